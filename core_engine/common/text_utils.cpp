@@ -1,0 +1,99 @@
+#include "common/text_utils.h"
+
+#include "common/pattern_table.h"
+
+namespace quill {
+
+std::string TrimLeft(std::string_view s) {
+  std::size_t first = 0;
+  while (first < s.size() && IsBlank(s[first])) ++first;
+  return std::string(s.substr(first));
+}
+
+std::string Trim(std::string_view s) {
+  std::size_t last = s.size();
+  while (last > 0 && IsBlank(s[last - 1])) --last;
+  return TrimLeft(s.substr(0, last));
+}
+
+std::string_view TrimRightOf(std::string_view s, std::string_view chars) {
+  std::size_t last = s.find_last_not_of(chars);
+  return last == std::string_view::npos ? std::string_view() : s.substr(0, last + 1);
+}
+
+TextLines SplitLines(std::string_view text) {
+  TextLines lines;
+  std::size_t start = 0;
+  while (true) {
+    std::size_t lf = text.find('\n', start);
+    std::size_t end = lf == std::string_view::npos ? text.size() : lf;
+    std::string_view piece = text.substr(start, end - start);
+    if (!piece.empty() && piece.back() == '\r') piece.remove_suffix(1);
+    lines.emplace_back(piece);
+    if (lf == std::string_view::npos) break;
+    start = lf + 1;
+  }
+  return lines;
+}
+
+std::string JoinLines(const TextLines& lines, std::string_view separator) {
+  std::size_t size = 0;
+  for (const std::string& line : lines) size += line.size() + separator.size();
+  std::string text;
+  text.reserve(size);
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (i > 0) text.append(separator);
+    text.append(lines[i]);
+  }
+  return text;
+}
+
+// A plain scan gives the same matches as "/\*[\s\S]*?\*/": each comment ends
+// at the first "*/" that starts two or more bytes after its "/*", and once
+// one "/*" finds no end, no later one can.
+std::string ReplaceEachMatch(std::string_view text, const std::function<std::string(std::string_view)>& replace) {
+  std::string result;
+  std::size_t copied = 0;
+  std::size_t pos = 0;
+  while (true) {
+    std::size_t open = text.find("/*", pos);
+    if (open == std::string_view::npos) break;
+    std::size_t close = text.find("*/", open + 2);
+    if (close == std::string_view::npos) break;
+    std::size_t end = close + 2;
+    result.append(text.substr(copied, open - copied));
+    result.append(replace(text.substr(open, end - open)));
+    copied = pos = end;
+  }
+  if (copied == 0) return std::string(text);
+  result.append(text.substr(copied));
+  return result;
+}
+
+std::string RemoveLineComments(std::string_view text) {
+  std::size_t open = text.find("//");
+  if (open == std::string_view::npos) return std::string(text);
+  std::string result;
+  std::size_t copied = 0;
+  while (open != std::string_view::npos) {
+    result.append(text.substr(copied, open - copied));
+    std::size_t lf = text.find('\n', open);
+    copied = lf == std::string_view::npos ? text.size() : lf;
+    open = text.find("//", copied);
+  }
+  result.append(text.substr(copied));
+  return result;
+}
+
+std::int32_t CountMatches(std::string_view s, const Pattern& pattern) { return pattern.Count(s); }
+
+bool StartsWithDeclKeyword(std::string_view line) {
+  std::size_t end = line.find_first_of(" \t");
+  std::string word(line.substr(0, end));
+  for (char& c : word) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return Patterns().kDeclKeywords.count(word) > 0;
+}
+
+}  // namespace quill

@@ -1,0 +1,16 @@
+#ifndef QUILL_FORMAT_CLASSIFY_LINE_H_
+#define QUILL_FORMAT_CLASSIFY_LINE_H_
+
+#include <string>
+#include <string_view>
+
+namespace quill {
+
+// The kind of a line for section spacing: "PORT", "SIGNAL", "PARAM",
+// "INTEGER", "ASSIGN", "ALWAYS", "INITIAL", "GENERATE", "FUNCTION", "INST", or
+// "" for a line of no kind.
+std::string ClassifyLine(std::string_view line);
+
+}  // namespace quill
+
+#endif  // QUILL_FORMAT_CLASSIFY_LINE_H_

@@ -1,0 +1,14 @@
+#ifndef QUILL_FORMAT_FLUSH_MODULE_LEVEL_H_
+#define QUILL_FORMAT_FLUSH_MODULE_LEVEL_H_
+
+#include <string>
+#include <string_view>
+
+namespace quill {
+
+// Puts endmodule lines and module-level declarations at the left margin.
+std::string FlushModuleLevel(std::string_view text);
+
+}  // namespace quill
+
+#endif  // QUILL_FORMAT_FLUSH_MODULE_LEVEL_H_
