@@ -1,0 +1,7 @@
+#include "lint/steps.h"
+
+namespace quill {
+
+void CollectUses(ModuleModel&) {}
+
+}  // namespace quill

@@ -1,0 +1,86 @@
+#include "lint/identifiers.h"
+
+#include "common/pattern.h"
+#include "lint/keyword_set.h"
+
+namespace quill {
+namespace {
+
+bool IsWordChar(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+}
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+}  // namespace
+
+std::string ToLowerAscii(std::string_view s) {
+  std::string lower(s);
+  for (char& c : lower) c = FoldAscii(c);
+  return lower;
+}
+
+bool IsKeyword(std::string_view word) {
+  const NameSet& keywords = KeywordSet();
+  return keywords.find(word) != keywords.end();
+}
+
+std::vector<std::string_view> ExtractIdentifiers(std::string_view text) {
+  std::vector<std::string_view> identifiers;
+  std::size_t i = 0;
+  while (i < text.size()) {
+    if (!IsWordChar(text[i])) {
+      ++i;
+      continue;
+    }
+    std::size_t start = i;
+    while (i < text.size() && IsWordChar(text[i])) ++i;
+    if (!IsDigit(text[start])) identifiers.push_back(text.substr(start, i - start));
+  }
+  return identifiers;
+}
+
+bool IsNumberToken(std::string_view word) {
+  std::size_t digits = 0;
+  while (digits < word.size() && IsDigit(word[digits])) ++digits;
+  if (digits == 0) return false;
+  if (digits == word.size()) return true;
+  if (word.size() != digits + 2 || word[digits] != '\'') return false;
+  char base = FoldAscii(word[digits + 1]);
+  return base == 'b' || base == 'h' || base == 'd' || base == 'o';
+}
+
+std::string StripSizedLiterals(std::string_view text) {
+  if (text.find('\'') == std::string_view::npos) return std::string(text);
+  static const Pattern kSizedLiteralPattern(R"(\b\d+\s*'\s*[bhdoBHDO]\s*\w+)", CaseMode::kIgnoreCase);
+  return kSizedLiteralPattern.ReplaceAll(text, " ");
+}
+
+std::string LeadingWord(std::string_view text) {
+  std::size_t start = text.find_first_not_of(" \t\r");
+  if (start == std::string_view::npos) return std::string();
+  std::size_t end = start;
+  while (end < text.size() && IsWordChar(text[end])) ++end;
+  return std::string(text.substr(start, end - start));
+}
+
+void RecordFirstUse(ModuleModel& model, std::string_view name, std::int32_t line) {
+  auto found = model.firstUseLine.find(name);
+  if (found == model.firstUseLine.end()) {
+    model.firstUseLine.emplace(std::string(name), line);
+  } else if (line < found->second) {
+    found->second = line;
+  }
+}
+
+void RecordUses(std::string_view text, std::int32_t line, ModuleModel& model) {
+  const std::string stripped = StripSizedLiterals(text);
+  for (std::string_view identifier : ExtractIdentifiers(stripped)) {
+    if (IsKeyword(identifier) || IsNumberToken(identifier)) continue;
+    if (model.usedIdentifiers.find(identifier) == model.usedIdentifiers.end()) {
+      model.usedIdentifiers.emplace(identifier);
+    }
+    RecordFirstUse(model, identifier, line);
+  }
+}
+
+}  // namespace quill

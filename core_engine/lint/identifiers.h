@@ -1,0 +1,42 @@
+// What the linter counts as a name: the keyword test, identifier extraction,
+// number tokens, sized literals, and the recording of identifier uses.
+#ifndef QUILL_LINT_IDENTIFIERS_H_
+#define QUILL_LINT_IDENTIFIERS_H_
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "lint/module_model.h"
+
+namespace quill {
+
+// Whether `word` is a Verilog or SystemVerilog keyword, ignoring case.
+bool IsKeyword(std::string_view word);
+
+// Every identifier of `text` in order, repetitions kept: each maximal run of
+// word characters that begins with a letter or "_" (a run that begins with a
+// digit holds none, so "1ns" gives nothing).
+std::vector<std::string_view> ExtractIdentifiers(std::string_view text);
+
+// Whether the whole word is a decimal number, or digits, "'" and a base
+// letter ("8'h").
+bool IsNumberToken(std::string_view word);
+
+// `text` with every sized literal ("8'hFF", "16 'h ff") replaced by a space.
+std::string StripSizedLiterals(std::string_view text);
+
+// The first word of `text` after leading space, TAB and CR, or "".
+std::string LeadingWord(std::string_view text);
+
+// Records a use of `name` at `line`, keeping the smallest line per name.
+void RecordFirstUse(ModuleModel& model, std::string_view name, std::int32_t line);
+
+// Records every identifier of `text` that is not a keyword or number as used
+// at `line` (sized literals removed first).
+void RecordUses(std::string_view text, std::int32_t line, ModuleModel& model);
+
+}  // namespace quill
+
+#endif  // QUILL_LINT_IDENTIFIERS_H_

@@ -1,0 +1,21 @@
+#ifndef QUILL_LINT_REPORT_H_
+#define QUILL_LINT_REPORT_H_
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "lint/module_model.h"
+
+namespace quill {
+
+// Escapes TAB, LF, CR, quotation mark and backslash for a JSON string; every
+// other byte passes unchanged.
+std::string EscapeJson(std::string_view s);
+
+// The findings as one compact JSON array.
+std::string RenderReport(const std::vector<Diagnostic>& diagnostics);
+
+}  // namespace quill
+
+#endif  // QUILL_LINT_REPORT_H_
