@@ -1,0 +1,45 @@
+#!/usr/bin/env bash
+# Builds quill and runs every test. On a fresh machine it first installs what
+# is missing. With --full (or CI=true) it also runs the sanitizer builds and
+# the timed fuzzers.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+full=0
+[ "${CI:-}" = "true" ] && full=1
+for arg in "$@"; do
+  case "$arg" in
+    --full) full=1 ;;
+    --quick) full=0 ;;
+    *) echo "usage: scripts/test.sh [--full|--quick]" >&2; exit 2 ;;
+  esac
+done
+
+bash scripts/install_deps.sh
+jobs=$(nproc)
+
+step() { echo; echo "=== $* ==="; }
+
+step "dev build and tests"
+cmake --preset dev >/dev/null
+cmake --build --preset dev -j "$jobs"
+ctest --preset dev -j "$jobs"
+
+if [ "$full" = 1 ]; then
+  step "AddressSanitizer + UndefinedBehaviorSanitizer"
+  cmake --preset asan >/dev/null
+  cmake --build --preset asan -j "$jobs"
+  ASAN_OPTIONS=detect_leaks=1 ctest --preset asan -j "$jobs"
+
+  step "ThreadSanitizer"
+  cmake --preset tsan >/dev/null
+  cmake --build --preset tsan -j "$jobs"
+  ctest --preset tsan -j "$jobs" -R 'Concurren|Thread|Parallel'
+
+  if [ -f fuzz/CMakeLists.txt ]; then
+    step "fuzzing"
+    cmake --preset fuzz >/dev/null
+    cmake --build --preset fuzz -j "$jobs"
+    bash fuzz/run_fuzzers.sh build/fuzz "${QUILL_FUZZ_SECONDS:-60}"
+  fi
+fi
