@@ -1,0 +1,9 @@
+#include <cstddef>
+#include <cstdint>
+
+#include "contracts.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  quill::fuzz::CheckLintContract(data, size);
+  return 0;
+}
