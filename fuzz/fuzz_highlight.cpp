@@ -1,9 +1,16 @@
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
 
-#include "contracts.h"
+#include "support/contracts.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  quill::fuzz::CheckHighlightContract(data, size);
+  const std::string broken = quill::fuzz::CheckHighlightContract(data, size);
+  if (!broken.empty()) {
+    std::fprintf(stderr, "contract broken: %s\n", broken.c_str());
+    std::abort();
+  }
   return 0;
 }

@@ -33,8 +33,8 @@ if [ "$full" = 1 ]; then
 
   step "ThreadSanitizer"
   cmake --preset tsan >/dev/null
-  cmake --build --preset tsan -j "$jobs"
-  ctest --preset tsan -j "$jobs" -R 'Concurren|Thread|Parallel'
+  cmake --build --preset tsan -j "$jobs" --target quill_concurrency_tests
+  ctest --preset tsan -R '^ConcurrencyTest\.'
 
   if [ -f fuzz/CMakeLists.txt ]; then
     step "fuzzing"
