@@ -7,6 +7,9 @@
 #ifndef QUILL_TESTS_HIGHLIGHT_CLASS_NOTATION_H_
 #define QUILL_TESTS_HIGHLIGHT_CLASS_NOTATION_H_
 
+#include <gtest/gtest.h>
+
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,7 +20,9 @@ namespace quill::test {
 
 inline constexpr std::string_view kClassLetters = ".csKPINpbTF";
 
-inline char ClassLetter(unsigned char code) { return code < kClassLetters.size() ? kClassLetters[code] : '?'; }
+inline char ClassLetter(unsigned char code) {
+  return code < kClassLetters.size() ? kClassLetters[code] : '?';
+}
 
 inline std::string RenderClasses(const unsigned char* codes, std::size_t length) {
   std::string rendered(length, '?');
@@ -62,6 +67,24 @@ inline std::string JoinClasses(const std::vector<AnnotatedLine>& lines) {
   }
   return classes;
 }
+
+// One named row of a class table: a text and the class of each of its bytes.
+struct ClassCase {
+  const char* name;
+  std::string_view text;
+  std::string_view classes;
+};
+
+inline void PrintTo(const ClassCase& row, std::ostream* os) {
+  *os << row.name;
+}
+
+inline std::string CaseName(const ::testing::TestParamInfo<ClassCase>& row) {
+  return row.param.name;
+}
+
+// Checks every byte of a row.
+class ClassTableTest : public ::testing::TestWithParam<ClassCase> {};
 
 }  // namespace quill::test
 

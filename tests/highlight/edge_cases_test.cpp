@@ -2,31 +2,13 @@
 // byte (notation in class_notation.h).
 #include <gtest/gtest.h>
 
-#include <ostream>
-#include <string>
-#include <string_view>
-
 #include "class_notation.h"
 
 namespace quill::test {
 namespace {
 
-struct ClassCase {
-  const char* name;
-  std::string_view text;
-  std::string_view classes;
-};
-
-void PrintTo(const ClassCase& row, std::ostream* os) { *os << row.name; }
-
-class EdgeCaseTest : public ::testing::TestWithParam<ClassCase> {};
-
-TEST_P(EdgeCaseTest, ClassifiesEveryByte) {
-  const ClassCase& c = GetParam();
-  ASSERT_EQ(c.text.size(), c.classes.size()) << "malformed case";
-  EXPECT_EQ(Classes(c.text), c.classes) << "text: " << c.text;
-}
-
+// Rows keep each text and its classes in aligned columns.
+// clang-format off
 constexpr ClassCase kEdgeCases[] = {
     {"CreateClockPeriodNameAndBracketedPort",
      "create_clock -period 10.000 -name sys_clk [get_ports clk]",
@@ -72,8 +54,9 @@ constexpr ClassCase kEdgeCases[] = {
      "KKKKKKK.KKKKKKK...."},
 };
 
-INSTANTIATE_TEST_SUITE_P(Classifier, EdgeCaseTest, ::testing::ValuesIn(kEdgeCases),
-                         [](const ::testing::TestParamInfo<ClassCase>& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(EdgeCases, ClassTableTest, ::testing::ValuesIn(kEdgeCases), CaseName);
+
+// clang-format on
 
 }  // namespace
 }  // namespace quill::test
