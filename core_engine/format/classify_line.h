@@ -8,7 +8,8 @@ namespace quill {
 
 // The kind of a line for section spacing: "PORT", "SIGNAL", "PARAM",
 // "INTEGER", "ASSIGN", "ALWAYS", "INITIAL", "GENERATE", "FUNCTION", "INST", or
-// "" for a line of no kind.
+// "" for a line of no kind. Structural words (module, begin, if, ...) are
+// recognised in lower case only, while declaration words ignore case.
 std::string ClassifyLine(std::string_view line);
 
 }  // namespace quill
