@@ -7,6 +7,8 @@
 namespace quill {
 
 // Puts endmodule lines and module-level declarations at the left margin.
+// Lines inside a module's port list or inside begin/end and case/endcase
+// blocks keep their indentation.
 std::string FlushModuleLevel(std::string_view text);
 
 }  // namespace quill
