@@ -1,11 +1,154 @@
+#include <unordered_map>
+
 #include "lint/always_analysis.h"
+#include "lint/identifiers.h"
+#include "lint/word_scan.h"
 
 namespace quill {
+namespace {
 
-void ScanAssignments(std::string_view, std::string_view, std::uint32_t, ModuleModel&, AlwaysBlock&) {}
+constexpr std::size_t kNoPosition = std::string_view::npos;
 
-std::string StripParenthesized(std::string_view text) { return std::string(text); }
+// Keeps the bytes at depth zero; the brackets themselves never stay, and an
+// unmatched closer holds the depth below zero until an opener restores it.
+std::string StripNested(std::string_view text, char open, char close) {
+  std::string kept;
+  kept.reserve(text.size());
+  long long depth = 0;
+  for (char c : text) {
+    if (c == open) {
+      ++depth;
+    } else if (c == close) {
+      --depth;
+    } else if (depth == 0) {
+      kept.push_back(c);
+    }
+  }
+  return kept;
+}
 
-std::string StripBracketed(std::string_view text) { return std::string(text); }
+// Finds the "[" that a backward walk from the "]" at `close` reaches when its
+// depth returns to zero, or kNoPosition when the walk runs off the start.
+// Results are kept per "]": a later walk that meets one of them skips its
+// whole (balanced) group, or knows at once that it cannot close either. So
+// every byte is walked over at most once per scan.
+class BracketWalker {
+ public:
+  explicit BracketWalker(std::string_view text) : text_(text) {}
+
+  std::size_t OpenerOf(std::size_t close) {
+    std::size_t opener = kNoPosition;
+    long long depth = 0;
+    std::size_t i = close + 1;
+    while (i > 0) {
+      --i;
+      char c = text_[i];
+      if (c == ']') {
+        if (i != close) {
+          auto known = openers_.find(i);
+          if (known != openers_.end()) {
+            if (known->second == kNoPosition) break;
+            i = known->second;
+            continue;
+          }
+        }
+        ++depth;
+      } else if (c == '[') {
+        if (--depth == 0) {
+          opener = i;
+          break;
+        }
+      }
+    }
+    openers_[close] = opener;
+    return opener;
+  }
+
+ private:
+  std::string_view text_;
+  std::unordered_map<std::size_t, std::size_t> openers_;
+};
+
+struct Target {
+  std::string_view name;
+  bool indexed = false;
+};
+
+// The identifier written by the operator at `op`: walk back over white space,
+// over one bracketed select if there is one, over white space again, and then
+// over word bytes.
+Target TargetBefore(std::string_view text, std::size_t op, BracketWalker& brackets) {
+  Target target;
+  std::size_t i = op;
+  while (i > 0 && IsSpaceByte(text[i - 1])) --i;
+  if (i > 0 && text[i - 1] == ']') {
+    target.indexed = true;
+    std::size_t opener = brackets.OpenerOf(i - 1);
+    if (opener == kNoPosition) return target;
+    i = opener;
+    while (i > 0 && IsSpaceByte(text[i - 1])) --i;
+  }
+  std::size_t end = i;
+  while (i > 0 && IsWordByte(text[i - 1])) --i;
+  target.name = text.substr(i, end - i);
+  return target;
+}
+
+std::string_view TrimSpaceTabCr(std::string_view s) {
+  std::size_t first = s.find_first_not_of(" \t\r");
+  if (first == kNoPosition) return std::string_view();
+  std::size_t last = s.find_last_not_of(" \t\r");
+  return s.substr(first, last - first + 1);
+}
+
+}  // namespace
+
+std::string StripParenthesized(std::string_view text) {
+  return StripNested(text, '(', ')');
+}
+
+std::string StripBracketed(std::string_view text) {
+  return StripNested(text, '[', ']');
+}
+
+void ScanAssignments(std::string_view text, std::string_view op, std::uint32_t startLine, ModuleModel& model,
+                     AlwaysBlock& block) {
+  if (op.empty()) return;
+  const bool blocking = op == "=";
+  BracketWalker brackets(text);
+  std::size_t linesBefore = 0;
+  std::size_t countedTo = 0;
+  std::size_t stop = kNoPosition;
+  bool stopKnown = false;
+  std::size_t pos = 0;
+  while (true) {
+    std::size_t q = text.find(op, pos);
+    if (q == kNoPosition) return;
+    if (blocking && q + 1 < text.size() && text[q + 1] == '=') {
+      pos = q + 2;
+      continue;
+    }
+    pos = q + op.size();
+    for (; countedTo < q; ++countedTo) {
+      if (text[countedTo] == '\n') ++linesBefore;
+    }
+    Target target = TargetBefore(text, q, brackets);
+    if (target.name.empty() || IsKeyword(target.name) || IsNumberToken(target.name)) continue;
+    if (!stopKnown || stop < q) {
+      stop = text.find_first_of(";\n", q);
+      stopKnown = true;
+    }
+    std::size_t rhsEnd = stop == kNoPosition ? text.size() : stop;
+    std::string_view rhs = text.substr(pos, rhsEnd - pos);
+    std::uint32_t line = startLine + static_cast<std::uint32_t>(linesBefore);
+    RecordUses(rhs, static_cast<std::int32_t>(line), model);
+    AssignmentRecord record;
+    record.target = std::string(target.name);
+    record.rhs = std::string(TrimSpaceTabCr(rhs));
+    record.line = line;
+    record.indexed = target.indexed;
+    block.assignments.push_back(std::move(record));
+  }
+}
 
 }  // namespace quill

@@ -1,0 +1,63 @@
+// Byte classes and word tests that the always-block analysis and the checks
+// share. They follow the linter's pattern rules: a word byte is [A-Za-z0-9_]
+// and white space is what \s and the C library's isspace accept (space, TAB,
+// LF, VT, FF, CR); bytes of 128 and above are neither.
+#ifndef QUILL_LINT_WORD_SCAN_H_
+#define QUILL_LINT_WORD_SCAN_H_
+
+#include <cstddef>
+#include <string_view>
+
+#include "lint/name_set.h"
+
+namespace quill {
+
+inline bool IsWordByte(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+}
+
+inline bool IsSpaceByte(char c) {
+  return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+// Whether `text` holds `word` at `pos`, ASCII letters compared without case.
+inline bool HasWordAtIgnoreCase(std::string_view text, std::size_t pos, std::string_view word) {
+  if (pos > text.size() || text.size() - pos < word.size()) return false;
+  for (std::size_t i = 0; i < word.size(); ++i) {
+    if (FoldAscii(text[pos + i]) != FoldAscii(word[i])) return false;
+  }
+  return true;
+}
+
+inline bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
+  return a.size() == b.size() && HasWordAtIgnoreCase(a, 0, b);
+}
+
+// Whether \b holds at `pos`: the bytes on either side differ in being word
+// bytes, the outside of the text counting as a non-word byte.
+inline bool IsWordBoundary(std::string_view text, std::size_t pos) {
+  bool before = pos > 0 && pos <= text.size() && IsWordByte(text[pos - 1]);
+  bool after = pos < text.size() && IsWordByte(text[pos]);
+  return before != after;
+}
+
+// Calls visit(begin, end) for every maximal run of word bytes, left to right.
+// A run bounded by \b on both sides is exactly such a run, so this serves for
+// patterns of the form "\bword\b".
+template <typename Visitor>
+void ForEachWordRun(std::string_view text, Visitor&& visit) {
+  std::size_t i = 0;
+  while (i < text.size()) {
+    if (!IsWordByte(text[i])) {
+      ++i;
+      continue;
+    }
+    std::size_t begin = i;
+    while (i < text.size() && IsWordByte(text[i])) ++i;
+    visit(begin, i);
+  }
+}
+
+}  // namespace quill
+
+#endif  // QUILL_LINT_WORD_SCAN_H_
