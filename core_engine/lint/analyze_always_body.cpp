@@ -1,7 +1,179 @@
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
 #include "lint/always_analysis.h"
+#include "lint/identifiers.h"
+#include "lint/word_scan.h"
 
 namespace quill {
+namespace {
 
-void AnalyzeAlwaysBody(std::string_view, AlwaysBlock&, std::uint32_t, ModuleModel&) {}
+constexpr std::size_t kNoPosition = std::string_view::npos;
+constexpr std::string_view kEndcase = "endcase";
+
+// The body without a leading "^\s*begin\b" and then without a trailing
+// "\bend\s*$" (both ignoring case). Both only cut the ends, so the result is
+// a view of the body.
+std::string_view WorkCopy(std::string_view body) {
+  std::size_t first = 0;
+  while (first < body.size() && IsSpaceByte(body[first])) ++first;
+  if (HasWordAtIgnoreCase(body, first, "begin") && IsWordBoundary(body, first + 5)) body.remove_prefix(first + 5);
+  std::size_t last = body.size();
+  while (last > 0 && IsSpaceByte(body[last - 1])) --last;
+  if (last >= 3 && HasWordAtIgnoreCase(body, last - 3, "end") && IsWordBoundary(body, last - 3)) {
+    body = body.substr(0, last - 3);
+  }
+  return body;
+}
+
+// Counts the matches of "(\w+)\s*<=" or "(\w+)\s*=\s*(?!\s*=)" over `text`.
+// Every match begins at the start of a maximal word run, and no run lies
+// inside another match, so each run is tested on its own.
+void CollectTargets(std::string_view text, bool blocking, AlwaysBlock& block,
+                    std::unordered_set<std::string_view>& assigned) {
+  ForEachWordRun(text, [&](std::size_t begin, std::size_t end) {
+    std::size_t i = end;
+    while (i < text.size() && IsSpaceByte(text[i])) ++i;
+    if (blocking) {
+      if (i >= text.size() || text[i] != '=') return;
+      ++i;
+      while (i < text.size() && IsSpaceByte(text[i])) ++i;
+      if (i < text.size() && text[i] == '=') return;
+    } else if (text.compare(i, 2, "<=") != 0) {
+      return;
+    }
+    std::string_view name = text.substr(begin, end - begin);
+    if (IsKeyword(name)) return;
+    if (assigned.insert(name).second) block.assignedSignals.emplace_back(name);
+    if (blocking) {
+      ++block.blockingCount;
+    } else {
+      ++block.nonBlockingCount;
+    }
+  });
+}
+
+void AddLatchReason(AlwaysBlock& block, std::string_view reason) {
+  block.latchRisk = true;
+  if (!block.latchReason.empty()) block.latchReason.append("; ");
+  block.latchReason.append(reason);
+}
+
+// Compares the "if" and "else" counts after every "\belse\s+if\b" has been
+// removed. Removing one joins two non-word bytes, so the other words stay as
+// they are: an "else" run followed by white space and an "if" run is one
+// removed pair, and the remaining runs are counted.
+void CheckIfElseBalance(std::string_view work, AlwaysBlock& block) {
+  long long ifs = 0;
+  long long elses = 0;
+  std::size_t pendingElseEnd = kNoPosition;
+  ForEachWordRun(work, [&](std::size_t begin, std::size_t end) {
+    std::string_view word = work.substr(begin, end - begin);
+    bool isIf = EqualsIgnoreCase(word, "if");
+    if (isIf && pendingElseEnd != kNoPosition && pendingElseEnd < begin) {
+      bool allSpace = true;
+      for (std::size_t i = pendingElseEnd; i < begin && allSpace; ++i) allSpace = IsSpaceByte(work[i]);
+      if (allSpace) {
+        --elses;
+        pendingElseEnd = kNoPosition;
+        return;
+      }
+    }
+    pendingElseEnd = kNoPosition;
+    if (isIf) {
+      ++ifs;
+    } else if (EqualsIgnoreCase(word, "else")) {
+      ++elses;
+      pendingElseEnd = end;
+    }
+  });
+  if (ifs > elses) {
+    AddLatchReason(block, "if without else (if:" + std::to_string(ifs) + " else:" + std::to_string(elses) + ")");
+  }
+}
+
+// The case-end walk counts +1 wherever "case" (lower case) stands before a
+// non-word byte, with no test of the byte before it, so the "case" inside a
+// lower-case "endcase" counts too, and -1 wherever "endcase" (any case) does.
+// Each statement ends at the first -1 that takes its own count from 1 to 0.
+// All statements are served by one pass: a statement waits under the running
+// level it started at, and a -1 that falls to that level ends it.
+std::vector<std::size_t> CaseEnds(std::string_view work, const std::vector<std::size_t>& starts) {
+  std::vector<std::size_t> ends(starts.size(), kNoPosition);
+  std::unordered_map<long long, std::vector<std::size_t>> waiting;
+  std::size_t waitingCount = 0;
+  std::size_t next = 0;
+  long long level = 0;
+  for (std::size_t i = starts.front(); i < work.size(); ++i) {
+    while (next < starts.size() && starts[next] == i) {
+      waiting[level].push_back(next++);
+      ++waitingCount;
+    }
+    if (next == starts.size() && waitingCount == 0) break;
+    if (work.compare(i, 4, "case") == 0 && IsWordBoundary(work, i + 4)) {
+      ++level;
+    } else if (HasWordAtIgnoreCase(work, i, kEndcase) && IsWordBoundary(work, i + kEndcase.size())) {
+      --level;
+      auto found = waiting.find(level);
+      if (found != waiting.end()) {
+        for (std::size_t index : found->second) ends[index] = i;
+        waitingCount -= found->second.size();
+        waiting.erase(found);
+      }
+    }
+  }
+  return ends;
+}
+
+// Positions of the matches of "\bdefault\s*:" (ignoring case): a "default"
+// word run followed by optional white space and ":".
+std::vector<std::size_t> DefaultLabels(std::string_view work) {
+  std::vector<std::size_t> labels;
+  ForEachWordRun(work, [&](std::size_t begin, std::size_t end) {
+    if (!EqualsIgnoreCase(work.substr(begin, end - begin), "default")) return;
+    std::size_t i = end;
+    while (i < work.size() && IsSpaceByte(work[i])) ++i;
+    if (i < work.size() && work[i] == ':') labels.push_back(begin);
+  });
+  return labels;
+}
+
+void CheckCaseDefaults(std::string_view work, AlwaysBlock& block) {
+  std::vector<std::size_t> starts;
+  ForEachWordRun(work, [&](std::size_t begin, std::size_t end) {
+    if (EqualsIgnoreCase(work.substr(begin, end - begin), "case")) starts.push_back(begin);
+  });
+  if (starts.empty()) return;
+  const std::vector<std::size_t> ends = CaseEnds(work, starts);
+  const std::vector<std::size_t> labels = DefaultLabels(work);
+  for (std::size_t k = 0; k < starts.size(); ++k) {
+    std::size_t textEnd = ends[k] == kNoPosition ? work.size() : std::min(ends[k] + kEndcase.size(), work.size());
+    auto label = std::lower_bound(labels.begin(), labels.end(), starts[k]);
+    if (label == labels.end() || *label >= textEnd) AddLatchReason(block, "case without default");
+  }
+}
+
+}  // namespace
+
+void AnalyzeAlwaysBody(std::string_view body, AlwaysBlock& block, std::uint32_t bodyStartLine, ModuleModel& model) {
+  const std::string_view work = WorkCopy(body);
+  RecordUses(work, static_cast<std::int32_t>(bodyStartLine), model);
+
+  const std::string unparenthesized = StripParenthesized(work);
+  const std::string bare = StripBracketed(unparenthesized);
+  std::unordered_set<std::string_view> assigned;
+  CollectTargets(bare, /*blocking=*/false, block, assigned);
+  CollectTargets(bare, /*blocking=*/true, block, assigned);
+
+  if (block.isCombinational) {
+    CheckIfElseBalance(work, block);
+    CheckCaseDefaults(work, block);
+  }
+
+  ScanAssignments(unparenthesized, "<=", bodyStartLine, model, block);
+  ScanAssignments(unparenthesized, "=", bodyStartLine, model, block);
+}
 
 }  // namespace quill
