@@ -1,7 +1,16 @@
+#include "lint/checks/check_helpers.h"
 #include "lint/checks/checks.h"
 
 namespace quill {
 
-std::vector<Diagnostic> CheckLatch(const ModuleModel&) { return {}; }
+std::vector<Diagnostic> CheckLatch(const ModuleModel& model) {
+  std::vector<Diagnostic> findings;
+  for (const AlwaysBlock& block : model.alwaysBlocks) {
+    if (!block.isCombinational || !block.latchRisk) continue;
+    std::string message = block.latchReason.empty() ? "potential latch in combinational always" : block.latchReason;
+    findings.push_back(MakeDiagnostic("warning", block.startLine, "latch", std::move(message)));
+  }
+  return findings;
+}
 
 }  // namespace quill

@@ -1,7 +1,27 @@
+#include <unordered_map>
+
+#include "lint/checks/check_helpers.h"
 #include "lint/checks/checks.h"
 
 namespace quill {
 
-std::vector<Diagnostic> CheckRepeatedAssign(const ModuleModel&) { return {}; }
+std::vector<Diagnostic> CheckRepeatedAssign(const ModuleModel& model) {
+  std::unordered_map<std::string, std::vector<std::uint32_t>, NameHash, NameEqual> assignLines;
+  for (const ContAssign& assign : model.assigns) {
+    if (assign.lhs.find_first_of("{[") != std::string::npos) continue;
+    for (const std::string& name : assign.lhsNames) assignLines[name].push_back(assign.line);
+  }
+
+  std::vector<NameFindings> groups;
+  for (const auto& [name, lines] : assignLines) {
+    if (lines.size() < 2) continue;
+    NameFindings group{name, {}};
+    group.findings.push_back(
+        MakeDiagnostic("warning", lines.front(), "repeated-assig",
+                       "signal '" + name + "' assigned " + std::to_string(lines.size()) + " times by assign"));
+    groups.push_back(std::move(group));
+  }
+  return OrderByFirstFinding(std::move(groups));
+}
 
 }  // namespace quill

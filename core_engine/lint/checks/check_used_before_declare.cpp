@@ -1,7 +1,27 @@
+#include "lint/checks/check_helpers.h"
 #include "lint/checks/checks.h"
 
 namespace quill {
 
-std::vector<Diagnostic> CheckUsedBeforeDeclare(const ModuleModel&) { return {}; }
+std::vector<Diagnostic> CheckUsedBeforeDeclare(const ModuleModel& model) {
+  const FirstDeclarations declarations = IndexFirstDeclarations(model.signals);
+  std::vector<NameFindings> groups;
+  for (const auto& [name, useLine] : model.firstUseLine) {
+    const SignalDecl* declaration = FindDeclaration(model, declarations, name);
+    if (declaration == nullptr) continue;
+    const std::int64_t declared = declaration->line;
+    if (useLine >= declared) continue;
+    Diagnostic finding;
+    finding.severity = "warning";
+    finding.line = useLine;
+    finding.check = "used-bef-declare";
+    finding.message = "signal '" + name + "' used at line " + std::to_string(std::int64_t{useLine} + 1) +
+                      " before declaration at line " + std::to_string(declared + 1);
+    NameFindings group{name, {}};
+    group.findings.push_back(std::move(finding));
+    groups.push_back(std::move(group));
+  }
+  return OrderByFirstFinding(std::move(groups));
+}
 
 }  // namespace quill
