@@ -44,10 +44,11 @@ inline std::string Classes(std::string_view text) {
 }
 
 // A text given as lines with the classes of each line under it; the lines are
-// joined by LF, which is Plain.
+// joined by LF, whose class is `lineFeed` (Plain unless a string spans it).
 struct AnnotatedLine {
   std::string_view text;
   std::string_view classes;
+  char lineFeed = '.';
 };
 
 inline std::string JoinText(const std::vector<AnnotatedLine>& lines) {
@@ -62,7 +63,7 @@ inline std::string JoinText(const std::vector<AnnotatedLine>& lines) {
 inline std::string JoinClasses(const std::vector<AnnotatedLine>& lines) {
   std::string classes;
   for (std::size_t k = 0; k < lines.size(); ++k) {
-    if (k > 0) classes += '.';
+    if (k > 0) classes += lines[k - 1].lineFeed;
     classes += lines[k].classes;
   }
   return classes;
