@@ -108,7 +108,7 @@ void WriteOver(TextLines* lines, TextLines rebuilt, const InstanceEdit& edit) {
 
 }  // namespace
 
-std::optional<InstanceEdit> CollectInstanceEdit(const TextLines& lines, const InstanceSpan& span) {
+std::optional<InstanceEdit> CollectInstanceEdit(const TextLines& lines, InstanceSpan span) {
   InstanceEdit edit;
   edit.entries = CollectEntries(lines, span);
   Match match;
@@ -121,9 +121,9 @@ std::optional<InstanceEdit> CollectInstanceEdit(const TextLines& lines, const In
   edit.startLine = span.startLine;
   edit.endLine = span.endLine;
   edit.indent = span.indent;
-  edit.header = span.header;
-  edit.paramLines = span.paramLines;
-  edit.nameLine = span.nameLine;
+  edit.header = std::move(span.header);
+  edit.paramLines = std::move(span.paramLines);
+  edit.nameLine = std::move(span.nameLine);
   const std::string& lastLine = lines[span.endLine];
   std::size_t slashes = lastLine.find("//");
   if (slashes != std::string::npos) edit.closeComment = lastLine.substr(slashes);
@@ -131,6 +131,8 @@ std::optional<InstanceEdit> CollectInstanceEdit(const TextLines& lines, const In
 }
 
 std::string AlignInstances(std::string_view text) {
+  // Every named connection starts with ".".
+  if (text.find('.') == std::string_view::npos) return std::string(text);
   TextLines lines = SplitLines(text);
   const ParenthesisMatches parens(lines);
   std::vector<InstanceEdit> edits;
@@ -141,8 +143,11 @@ std::string AlignInstances(std::string_view text) {
       ++row;
       continue;
     }
-    if (std::optional<InstanceEdit> edit = CollectInstanceEdit(lines, *span)) edits.push_back(std::move(*edit));
-    row = span->endLine + 1;
+    const std::size_t endLine = span->endLine;
+    if (std::optional<InstanceEdit> edit = CollectInstanceEdit(lines, std::move(*span))) {
+      edits.push_back(std::move(*edit));
+    }
+    row = endLine + 1;
   }
   if (edits.empty()) return std::string(text);
 

@@ -45,14 +45,14 @@ bool IsCommentOrBlankLine(std::string_view line) {
 struct HeaderParts {
   TextPosition open;
   std::string header;
-  TextLines paramLines;
+  std::size_t paramEnd = 0;  // parameter lines run from the line after the header up to here (exclusive)
   std::string nameLine;
 };
 
 // "type name (" on one line.
 HeaderParts ReadPlainHeader(std::string_view line, std::size_t start, std::size_t indent, const Match& head) {
   std::size_t paren = indent + head.End(0) - 1;
-  HeaderParts parts{{start, paren}, head.Str(1) + " " + head.Str(2) + " (", {}, {}};
+  HeaderParts parts{{start, paren}, head.Str(1) + " " + head.Str(2) + " (", 0, {}};
   parts.header += CommentFrom(TrimmedRight(line), paren + 1);
   return parts;
 }
@@ -81,7 +81,7 @@ std::optional<HeaderParts> ReadParamHeader(const TextLines& lines, const Parenth
     return parts;
   }
   parts.header = head.Str(1) + " #(" + CommentFrom(TrimmedRight(lines[start]), hashParen + 1);
-  for (std::size_t i = start + 1; i < blockClose->line; ++i) parts.paramLines.push_back(Trim(lines[i]));
+  parts.paramEnd = blockClose->line;
   parts.nameLine = ") " + call.Str(1) + " (" + CommentFrom(nameBody, portParen + 1);
   return parts;
 }
@@ -94,7 +94,7 @@ std::optional<HeaderParts> ReadSplitHeader(const TextLines& lines, std::size_t s
   if (next == lines.size()) return std::nullopt;
   std::size_t paren = LeadingBlanks(lines[next]);
   if (lines[next][paren] != '(') return std::nullopt;
-  return HeaderParts{{next, paren}, head.Str(1) + " " + head.Str(2) + " (", {}, {}};
+  return HeaderParts{{next, paren}, head.Str(1) + " " + head.Str(2) + " (", 0, {}};
 }
 
 // A lone type word, the next line reading "name (".
@@ -106,7 +106,7 @@ std::optional<HeaderParts> ReadTypeWordHeader(const TextLines& lines, std::size_
   if (!Patterns().kCallHeadPattern.Search(next.substr(indent), &call)) return std::nullopt;
   std::size_t paren = indent + call.End(0) - 1;
   std::string header = head.Str(1) + " " + call.Str(1) + " (" + CommentFrom(TrimmedRight(next), paren + 1);
-  return HeaderParts{{start + 1, paren}, std::move(header), {}, {}};
+  return HeaderParts{{start + 1, paren}, std::move(header), 0, {}};
 }
 
 std::optional<HeaderParts> ReadHeader(const TextLines& lines, const ParenthesisMatches& parens, std::size_t start,
@@ -177,7 +177,7 @@ std::optional<InstanceSpan> FindInstance(const TextLines& lines, const Parenthes
   span.endLine = close->line;
   span.indent = indent;
   span.header = std::move(parts->header);
-  span.paramLines = std::move(parts->paramLines);
+  for (std::size_t i = start + 1; i < parts->paramEnd; ++i) span.paramLines.push_back(Trim(lines[i]));
   span.nameLine = std::move(parts->nameLine);
   span.openColumn = parts->open.column;
   span.closeColumn = close->column;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quill {
@@ -105,6 +106,17 @@ const std::vector<AlignCase>& Cases() {
        ");\n"
        "\n"
        "next"},
+      // A single connection on the header line keeps the port list's ")" in
+      // its signal, and the rebuilt lines overwrite the lines after it.
+      {"OneLineInstanceWithOneConnection",
+       "sub u0 (.a(b))\n"
+       "x\n"
+       "y\n"
+       "z",
+       "sub u0 (\n"
+       "    .a (b) )\n"
+       ");\n"
+       "z"},
       {"CrowdedOneLineInstanceUntouched", "sub u0 (.a(x), .b(y));\n", "sub u0 (.a(x), .b(y));\n"},
       {"TabIndentationBecomesSpaces",
        "\t\tsub u0 (\n"
@@ -315,6 +327,112 @@ INSTANTIATE_TEST_SUITE_P(Cases, AlignInstancesTest, testing::ValuesIn(Cases()),
 TEST(AlignInstances, EmptyText) {
   EXPECT_EQ(AlignInstances(""), "");
 }
+
+std::string Repeat(std::string_view piece, std::size_t times) {
+  std::string text;
+  text.reserve(piece.size() * times);
+  for (std::size_t i = 0; i < times; ++i) text.append(piece);
+  return text;
+}
+
+TEST(AlignInstancesLargeInput, FiftyThousandInstances) {
+  const std::string text = Repeat("sub u (\n  .a(x),\n  .bb(yy)\n);\n", 50'000);
+  const std::string aligned = AlignInstances(text);
+  EXPECT_EQ(CountLines(aligned), CountLines(text));
+  EXPECT_EQ(aligned, Repeat("sub u (\n    .a  (x  ),\n    .bb (yy )\n);\n", 50'000));
+}
+
+TEST(AlignInstancesLargeInput, ManyHeadersWithoutClose) {
+  const std::string text = Repeat("sub u (\n", 100'000) + Repeat(".a(b),\n", 100'000);
+  EXPECT_EQ(AlignInstances(text), text);
+}
+
+TEST(AlignInstancesLargeInput, ManyParamBlocksClosedFarAway) {
+  const std::string text = Repeat("t #(\n", 50'000) + Repeat(")\n", 50'000);
+  EXPECT_EQ(AlignInstances(text), text);
+}
+
+TEST(AlignInstancesLargeInput, ManyParamBlocksFollowedByNames) {
+  const std::string text = Repeat("t #(\n", 50'000) + Repeat(") u (\n.a(b)\n", 50'000) + ");";
+  EXPECT_EQ(CountLines(AlignInstances(text)), CountLines(text));
+}
+
+TEST(AlignInstancesLargeInput, MegabyteSignal) {
+  const std::string signal(1 << 20, 'x');
+  const std::string text = "sub u0 (\n.a(" + signal + "),\n.b(y)\n);\n";
+  const std::string expected =
+      "sub u0 (\n    .a (" + signal + " ),\n    .b (y" + std::string(signal.size() - 1, ' ') + " )\n);\n";
+  EXPECT_EQ(AlignInstances(text), expected);
+}
+
+TEST(AlignInstancesLargeInput, MegabyteOfOpenParentheses) {
+  const std::string text = "sub u0 " + std::string(1 << 20, '(') + "\n.a(b)\n);";
+  EXPECT_EQ(AlignInstances(text), text);
+}
+
+TEST(AlignInstancesLargeInput, MegabyteLineOfHeaders) {
+  const std::string text = Repeat("x y (", 200'000) + "\n" + Repeat(".a(b)", 200'000) + "\n" + Repeat(")", 400'000);
+  EXPECT_EQ(CountLines(AlignInstances(text)), CountLines(text));
+}
+
+TEST(AlignInstancesLargeInput, MegabyteEntryThatBacktracks) {
+  const std::string text = "sub u0 (\n.a(" + Repeat(")//", 350'000) + "\r\n.b(c)\n);";
+  EXPECT_EQ(CountLines(AlignInstances(text)), CountLines(text));
+}
+
+TEST(AlignInstancesLargeInput, MegabyteGapBeforeParenthesisLine) {
+  const std::string text = "fifo u0\n" + Repeat("\n", 1 << 20) + "(\n.a(b)\n);";
+  const std::string aligned = AlignInstances(text);
+  EXPECT_EQ(CountLines(aligned), CountLines(text));
+  EXPECT_TRUE(aligned.starts_with("fifo u0 (\n    .a (b )\n);\n\n"));
+}
+
+TEST(AlignInstancesLargeInput, ManyLoneWords) {
+  const std::string text = Repeat("w\n", 500'000) + "u (\n.a(b)\n);";
+  const std::string aligned = AlignInstances(text);
+  EXPECT_EQ(CountLines(aligned), CountLines(text));
+  EXPECT_TRUE(aligned.ends_with("w\nw u (\n    .a (b )\n);\n"));
+}
+
+struct EndCase {
+  const char* name;
+  std::string input;
+  std::string expected;
+};
+
+std::ostream& operator<<(std::ostream& out, const EndCase& c) {
+  return out << c.name;
+}
+
+// Instance text cut off at the very end of the text.
+const std::vector<EndCase>& EndCases() {
+  static const std::vector<EndCase> cases = {
+      {"OpenHeaderLast", "sub u0 (.a(x)", "sub u0 (.a(x)"},
+      {"ParamHeaderLast", "x\nfifo #(", "x\nfifo #("},
+      {"ParamBlockClosedLast", "fifo #(\n.W(8))", "fifo #(\n.W(8))"},
+      {"LoneWordLast", "x\nfifo", "x\nfifo"},
+      {"TypeAndNameLast", "x\nfifo u0", "x\nfifo u0"},
+      {"CloseOnLastLineWithConnection", "sub u0 (\n.a(x),\n.b(y))", "sub u0 (\n    .a (x ),\n    .b (y )"},
+      {"WholeInstanceOnLastLine", "x\nsub u0 (.a(x)", "x\nsub u0 (.a(x)"},
+      {"LoneWordHeaderNearEnd", "fifo\nu0 (.a(b),\n.c(d))", "fifo u0 (\n    .a (b ),\n    .c (d )"},
+      // The open line's entry runs to the end of that line, so the ")" of
+      // the port list belongs to the signal.
+      {"OneLineInstanceLast", "x\nsub u0 (.a(b))", "x\nsub u0 ("},
+  };
+  return cases;
+}
+
+class AlignInstancesAtEndTest : public testing::TestWithParam<EndCase> {};
+
+TEST_P(AlignInstancesAtEndTest, StaysInsideTheText) {
+  const EndCase& c = GetParam();
+  const std::string aligned = AlignInstances(c.input);
+  EXPECT_EQ(aligned, c.expected);
+  EXPECT_EQ(CountLines(aligned), CountLines(c.input));
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, AlignInstancesAtEndTest, testing::ValuesIn(EndCases()),
+                         [](const testing::TestParamInfo<EndCase>& param) { return std::string(param.param.name); });
 
 }  // namespace
 }  // namespace quill
