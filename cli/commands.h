@@ -1,0 +1,61 @@
+// The three file commands. Each returns the process exit code.
+#ifndef QUILL_CLI_COMMANDS_H_
+#define QUILL_CLI_COMMANDS_H_
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "terminal.h"
+
+namespace quill::cli {
+
+struct InputOptions {
+  std::vector<std::string> paths;
+  std::string stdinName = "<stdin>";
+  unsigned jobs = 1;
+};
+
+enum class FormatMode { kPrint, kInPlace, kCheck, kDiff };
+
+struct FormatOptions {
+  InputOptions input;
+  FormatMode mode = FormatMode::kPrint;
+  bool force = false;
+};
+
+enum class LintFormat { kText, kJson, kSarif };
+enum class Severity { kWarning, kError };
+
+struct LintOptions {
+  InputOptions input;
+  LintFormat format = LintFormat::kText;
+  std::size_t maxFindings = static_cast<std::size_t>(-1);
+  Severity errorOn = Severity::kWarning;
+  ColorMode color = ColorMode::kAuto;
+};
+
+enum class HighlightFormat { kText, kJson };
+
+struct HighlightOptions {
+  InputOptions input;
+  HighlightFormat format = HighlightFormat::kText;
+  ColorMode color = ColorMode::kAuto;
+};
+
+int RunFormat(const FormatOptions& options);
+int RunLint(const LintOptions& options);
+int RunHighlight(const HighlightOptions& options);
+
+// "quill: error: " + message + LF, the form of every error line.
+inline std::string ErrorLine(const std::string& message) {
+  return "quill: error: " + message + "\n";
+}
+// "quill: warning: " + message + LF.
+inline std::string WarningLine(const std::string& message) {
+  return "quill: warning: " + message + "\n";
+}
+
+}  // namespace quill::cli
+
+#endif  // QUILL_CLI_COMMANDS_H_

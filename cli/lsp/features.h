@@ -1,0 +1,42 @@
+// What the language server computes for a document: diagnostics from the
+// linter, text edits from the formatter, semantic tokens from the
+// highlighter. All of it comes through the engine's C interface.
+#ifndef QUILL_CLI_LSP_FEATURES_H_
+#define QUILL_CLI_LSP_FEATURES_H_
+
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quill::lsp {
+
+// publishDiagnostics items: each finding covers its whole (zero-based) line,
+// with the check name as code and "quill" as source.
+nlohmann::json Diagnostics(std::string_view text);
+
+struct LineRange {
+  std::uint32_t first = 0;
+  std::uint32_t last = 0;  // inclusive
+};
+
+struct FormattingResult {
+  nlohmann::json edits = nlohmann::json::array();
+  std::string refusal;  // set when the edits would lose text
+};
+
+// Minimal TextEdits that turn the text into its formatted form, from a line
+// diff; with a range, only the edits that touch those lines. Edits that would
+// drop any non-blank character of the text are refused instead.
+FormattingResult FormattingEdits(std::string_view text, std::optional<LineRange> range);
+
+// The fixed semantic-token legend.
+nlohmann::json SemanticTokensLegend();
+
+// Semantic tokens of a constraint or Tcl text, relative-encoded; with a
+// range, only the tokens on those lines.
+nlohmann::json SemanticTokens(std::string_view text, std::optional<LineRange> range);
+
+}  // namespace quill::lsp
+
+#endif  // QUILL_CLI_LSP_FEATURES_H_

@@ -1,0 +1,102 @@
+#include <unordered_map>
+#include <vector>
+
+#include "content_guard.h"
+#include "engine.h"
+#include "lsp/documents.h"
+#include "lsp/features.h"
+#include "sequence_diff.h"
+
+namespace quill::lsp {
+namespace {
+
+// The text cut after every LF; the last piece may lack one.
+std::vector<std::string_view> LineUnits(std::string_view text) {
+  std::vector<std::string_view> units;
+  std::size_t start = 0;
+  while (start < text.size()) {
+    std::size_t lf = text.find('\n', start);
+    std::size_t end = lf == std::string_view::npos ? text.size() : lf + 1;
+    units.push_back(text.substr(start, end - start));
+    start = end;
+  }
+  return units;
+}
+
+struct Hunk {
+  std::size_t oldFirst, oldEnd;  // replaced units [oldFirst, oldEnd)
+  std::size_t newFirst, newEnd;  // inserted units
+};
+
+std::vector<Hunk> DiffUnits(const std::vector<std::string_view>& before, const std::vector<std::string_view>& after) {
+  std::unordered_map<std::string_view, std::uint32_t> ids;
+  auto idsOf = [&ids](const std::vector<std::string_view>& units) {
+    std::vector<std::uint32_t> out;
+    out.reserve(units.size());
+    for (std::string_view unit : units) out.push_back(ids.emplace(unit, static_cast<std::uint32_t>(ids.size())).first->second);
+    return out;
+  };
+  const std::vector<std::uint32_t> a = idsOf(before), b = idsOf(after);
+  const cli::DiffMarks marks = cli::MarkDifferences(a, b);
+  std::vector<Hunk> hunks;
+  std::size_t i = 0, j = 0;
+  while (i < a.size() || j < b.size()) {
+    if (i < a.size() && j < b.size() && !marks.deleted[i] && !marks.inserted[j]) {
+      ++i, ++j;
+      continue;
+    }
+    Hunk hunk{i, i, j, j};
+    while (hunk.oldEnd < a.size() && marks.deleted[hunk.oldEnd]) ++hunk.oldEnd;
+    while (hunk.newEnd < b.size() && marks.inserted[hunk.newEnd]) ++hunk.newEnd;
+    i = hunk.oldEnd, j = hunk.newEnd;
+    hunks.push_back(hunk);
+  }
+  return hunks;
+}
+
+nlohmann::json PositionJson(Position p) { return {{"line", p.line}, {"character", p.character}}; }
+
+}  // namespace
+
+FormattingResult FormattingEdits(std::string_view text, std::optional<LineRange> range) {
+  FormattingResult result;
+  std::optional<std::string> formatted = cli::FormatSource(text);
+  if (!formatted) {
+    result.refusal = "quill could not format this text";
+    return result;
+  }
+  const std::vector<std::string_view> before = LineUnits(text), after = LineUnits(*formatted);
+  std::vector<std::size_t> offsets(before.size() + 1, 0);
+  for (std::size_t k = 0; k < before.size(); ++k) offsets[k + 1] = offsets[k] + before[k].size();
+  const LineIndex lines(text);
+
+  std::string applied;  // the text as the chosen edits leave it, for the guard
+  std::size_t copied = 0;
+  for (const Hunk& hunk : DiffUnits(before, after)) {
+    if (range) {
+      const bool pureInsert = hunk.oldFirst == hunk.oldEnd;
+      const std::size_t lastTouched = pureInsert ? hunk.oldFirst : hunk.oldEnd - 1;
+      if (lastTouched < range->first || hunk.oldFirst > static_cast<std::size_t>(range->last) + (pureInsert ? 1 : 0)) {
+        continue;
+      }
+    }
+    std::string replacement;
+    for (std::size_t k = hunk.newFirst; k < hunk.newEnd; ++k) replacement.append(after[k]);
+    const std::size_t from = offsets[hunk.oldFirst], to = offsets[hunk.oldEnd];
+    applied.append(text.substr(copied, from - copied));
+    applied.append(replacement);
+    copied = to;
+    result.edits.push_back({{"range", {{"start", PositionJson(lines.PositionOf(from))},
+                                       {"end", PositionJson(lines.PositionOf(to))}}},
+                            {"newText", replacement}});
+  }
+  applied.append(text.substr(copied));
+  std::vector<std::uint32_t> lost = cli::FindLostLines(text, applied);
+  if (!lost.empty()) {
+    result.edits = nlohmann::json::array();
+    result.refusal = "quill did not format: the result would lose text on " + cli::DescribeLines(lost);
+  }
+  return result;
+}
+
+}  // namespace quill::lsp
