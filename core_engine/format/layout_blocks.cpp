@@ -1,7 +1,143 @@
 #include "format/layout_blocks.h"
 
-namespace quill {
+#include <cstdint>
+#include <limits>
+#include <utility>
+#include <vector>
 
-std::string LayoutBlocks(std::string_view text) { return std::string(text); }
+#include "common/pattern_table.h"
+#include "common/text_utils.h"
+#include "format/block_spans.h"
+
+namespace quill {
+namespace {
+
+// Re-indenting deeply nested blocks can multiply a text's size (each of n
+// nested lines gains up to 4n spaces). A layout that would grow past this
+// bound leaves the block bodies as they are, so that hostile nesting cannot
+// exhaust memory; real sources stay far below it.
+constexpr std::uint64_t kFixedGrowth = std::uint64_t{64} << 20;
+constexpr std::uint64_t kGrowthFactor = 8;
+
+// How a block body line is rewritten: `levels` steps of four spaces before
+// its trimmed text. Lines with negative `levels` keep their indentation.
+struct Indent {
+  std::int64_t levels = -1;
+  std::string_view text;
+};
+
+// Spans of the always and generate blocks that end after their start line,
+// by ascending start. Every block line is looked at, also inside a generate
+// block, so nested blocks get spans of their own.
+std::vector<BlockSpan> FindBlockSpans(const TextLines& lines, const BlockLineIndex& index) {
+  const PatternTable& p = Patterns();
+  std::vector<BlockSpan> spans;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    const int start = static_cast<int>(i);
+    int end = start;
+    if (p.kAlwaysPattern.Search(lines[i])) {
+      end = index.FindAlwaysEnd(start);
+    } else if (p.kGeneratePattern.Search(lines[i])) {
+      end = index.FindGenerateEnd(start);
+    }
+    if (end > start) spans.push_back(BlockSpan{start, end});
+  }
+  return spans;
+}
+
+// For each line, the start of the span whose indentation it keeps, or -1.
+// Spans are applied in ascending order of start and each rewrites all of its
+// lines from their trimmed text alone, so the span with the greatest start
+// that covers a line decides it: a stack of open spans finds that span for
+// every line in one sweep.
+std::vector<int> FindDecidingSpans(std::size_t lineCount, const std::vector<BlockSpan>& spans) {
+  std::vector<int> deciding(lineCount, -1);
+  std::vector<BlockSpan> open;
+  std::size_t next = 0;
+  for (std::size_t i = 0; i < lineCount; ++i) {
+    const int line = static_cast<int>(i);
+    while (next < spans.size() && spans[next].first == line) open.push_back(spans[next++]);
+    while (!open.empty() && open.back().last < line) open.pop_back();
+    if (!open.empty()) deciding[i] = open.back().first;
+  }
+  return deciding;
+}
+
+bool MayStartBlock(const std::string& line) {
+  const PatternTable& p = Patterns();
+  return p.kAlwaysPattern.Search(line) || p.kGeneratePattern.Search(line);
+}
+
+// The indentation of every line inside an always or generate block; empty
+// when the text has none.
+std::vector<Indent> PlanIndents(const TextLines& lines) {
+  std::vector<Indent> indents;
+  if (lines.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) return indents;
+  bool anyStart = false;
+  for (const std::string& line : lines) anyStart = anyStart || MayStartBlock(line);
+  if (!anyStart) return indents;
+
+  const BlockLineIndex index(lines);
+  const std::vector<BlockSpan> spans = FindBlockSpans(lines, index);
+  if (spans.empty()) return indents;
+  const std::vector<int> deciding = FindDecidingSpans(lines.size(), spans);
+  indents.resize(lines.size());
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (deciding[i] < 0) continue;
+    const int line = static_cast<int>(i);
+    indents[i].levels = index.BodyLevels(deciding[i], line);
+    indents[i].text = std::string_view(lines[i]).substr(index.TextBegin(line), index.TextLength(line));
+  }
+  return indents;
+}
+
+std::string_view WithoutLeadingBlanks(std::string_view line) {
+  std::size_t first = 0;
+  while (first < line.size() && IsBlank(line[first])) ++first;
+  return line.substr(first);
+}
+
+// One output line: `spaces` spaces, then `text`.
+struct OutputLine {
+  std::uint64_t spaces = 0;
+  std::string_view text;
+};
+
+OutputLine LayOut(const std::string& line, const Indent* indent, bool toColumnZero) {
+  if (indent != nullptr && indent->levels >= 0) {
+    return OutputLine{toColumnZero ? 0 : static_cast<std::uint64_t>(indent->levels) * 4, indent->text};
+  }
+  return OutputLine{0, toColumnZero ? WithoutLeadingBlanks(line) : std::string_view(line)};
+}
+
+}  // namespace
+
+std::string LayoutBlocks(std::string_view text) {
+  const PatternTable& p = Patterns();
+  const TextLines lines = SplitLines(text);
+  const std::vector<Indent> indents = PlanIndents(lines);
+  std::vector<bool> toColumnZero(lines.size());
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    toColumnZero[i] = p.kAssignPattern.Search(lines[i]) || p.kEndgeneratePattern.Search(lines[i]);
+  }
+
+  bool indent = !indents.empty();
+  std::uint64_t size = lines.size();
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    const OutputLine out = LayOut(lines[i], indent ? &indents[i] : nullptr, toColumnZero[i]);
+    size += out.spaces + out.text.size();
+  }
+  if (indent && size > kFixedGrowth + kGrowthFactor * text.size()) indent = false;
+
+  std::string result;
+  if (indent) result.reserve(static_cast<std::size_t>(size));
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    const OutputLine out = LayOut(lines[i], indent ? &indents[i] : nullptr, toColumnZero[i]);
+    if (i > 0) result.push_back('\n');
+    result.append(static_cast<std::size_t>(out.spaces), ' ');
+    result.append(out.text);
+  }
+  return result;
+}
 
 }  // namespace quill
