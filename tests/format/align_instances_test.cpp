@@ -3,6 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -433,6 +437,39 @@ TEST_P(AlignInstancesAtEndTest, StaysInsideTheText) {
 
 INSTANTIATE_TEST_SUITE_P(Cases, AlignInstancesAtEndTest, testing::ValuesIn(EndCases()),
                          [](const testing::TestParamInfo<EndCase>& param) { return std::string(param.param.name); });
+
+TEST(AlignInstancesProperties, RandomTextsKeepLineCount) {
+  const std::vector<std::string> pieces = {"sub", " u0", " (", "(",  ")", ");",   ".a", "(x)",   ",", " // c",
+                                           "#(",  "\n",  "\n", "\t", " ", "fifo", "if", ".b(y)", "\r"};
+  std::mt19937 random(11);
+  for (int round = 0; round < 2000; ++round) {
+    std::string text;
+    for (int i = 0; i < 40; ++i) text += pieces[random() % pieces.size()];
+    const std::string aligned = AlignInstances(text);
+    ASSERT_EQ(CountLines(aligned), CountLines(text)) << text;
+  }
+}
+
+// Real sources keep their line count, and a second run changes nothing.
+TEST(AlignInstancesProperties, CorpusFilesKeepLineCountAndSettle) {
+  const std::filesystem::path root(QUILL_CORPUS_DIR);
+  std::error_code error;
+  if (!std::filesystem::is_directory(root, error)) GTEST_SKIP() << "no corpus at " << root;
+  int files = 0;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(root, error)) {
+    const std::string extension = entry.path().extension().string();
+    if (!entry.is_regular_file() || (extension != ".v" && extension != ".sv")) continue;
+    std::ifstream in(entry.path(), std::ios::binary);
+    std::ostringstream content;
+    content << in.rdbuf();
+    const std::string text = content.str();
+    const std::string once = AlignInstances(text);
+    EXPECT_EQ(SplitLines(once).size(), SplitLines(text).size()) << entry.path();
+    EXPECT_EQ(AlignInstances(once), once) << entry.path();
+    ++files;
+  }
+  if (files == 0) GTEST_SKIP() << "no Verilog sources in " << root;
+}
 
 }  // namespace
 }  // namespace quill
