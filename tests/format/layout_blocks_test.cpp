@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -471,6 +474,26 @@ TEST(LayoutBlocksReferenceTest, RandomSpansIndentAsTheLineByLineAlgorithm) {
     reference::IndentBody(&expected, start, end);
     ASSERT_EQ(lines, expected) << start << " " << end;
   }
+}
+
+// Real sources, as the pipeline hands them on (block comments already out of
+// the way is not needed here: the pass treats them as plain text).
+TEST(LayoutBlocksReferenceTest, CorpusFilesLayOutAsTheLineByLineAlgorithm) {
+  const std::filesystem::path root(QUILL_CORPUS_DIR);
+  std::error_code error;
+  if (!std::filesystem::is_directory(root, error)) GTEST_SKIP() << "no corpus at " << root;
+  int files = 0;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(root, error)) {
+    const std::string extension = entry.path().extension().string();
+    if (!entry.is_regular_file() || (extension != ".v" && extension != ".sv")) continue;
+    std::ifstream in(entry.path(), std::ios::binary);
+    std::ostringstream content;
+    content << in.rdbuf();
+    const std::string text = content.str();
+    EXPECT_TRUE(SameText(LayoutBlocks(text), reference::Layout(text))) << entry.path();
+    ++files;
+  }
+  if (files == 0) GTEST_SKIP() << "no Verilog sources in " << root;
 }
 
 // The "if (...)" header test on lines made of the bytes that matter to it.
