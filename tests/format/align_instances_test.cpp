@@ -84,6 +84,15 @@ const std::vector<AlignCase>& Cases() {
        "if x (\n"
        "  .a(b)\n"
        ");"},
+      {"IfParenthesisLineIsNeverAHeader",
+       "if (en)\n"
+       "  sub u0 (\n"
+       "  .a(b)\n"
+       "  );",
+       "if (en)\n"
+       "  sub u0 (\n"
+       "      .a (b )\n"
+       "  );"},
       {"AssignLineIsNeverAHeader",
        "ASSIGN w (\n"
        "  .a(b)\n"
@@ -222,6 +231,17 @@ const std::vector<AlignCase>& Cases() {
        "      .clk (clk ),\n"
        "      .rst (rst )\n"
        "  );"},
+      {"ParamBlockHeaderCommentStaysOnHeaderLine",
+       "fifo  #(   // sizes\n"
+       "  .W(8)\n"
+       ") u0 (\n"
+       "  .a(b)\n"
+       ");",
+       "fifo #( // sizes\n"
+       "    .W(8)\n"
+       ") u0 (\n"
+       "    .a (b )\n"
+       ");"},
       {"CommentsInsideParamBlock",
        "fifo #( // params\n"
        "  // width\n"
