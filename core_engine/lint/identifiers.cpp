@@ -6,10 +6,9 @@
 namespace quill {
 namespace {
 
-bool IsWordChar(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
 }
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 }  // namespace
 
@@ -26,16 +25,7 @@ bool IsKeyword(std::string_view word) {
 
 std::vector<std::string_view> ExtractIdentifiers(std::string_view text) {
   std::vector<std::string_view> identifiers;
-  std::size_t i = 0;
-  while (i < text.size()) {
-    if (!IsWordChar(text[i])) {
-      ++i;
-      continue;
-    }
-    std::size_t start = i;
-    while (i < text.size() && IsWordChar(text[i])) ++i;
-    if (!IsDigit(text[start])) identifiers.push_back(text.substr(start, i - start));
-  }
+  ForEachIdentifier(text, [&identifiers](std::string_view identifier) { identifiers.push_back(identifier); });
   return identifiers;
 }
 
@@ -59,7 +49,7 @@ std::string LeadingWord(std::string_view text) {
   std::size_t start = text.find_first_not_of(" \t\r");
   if (start == std::string_view::npos) return std::string();
   std::size_t end = start;
-  while (end < text.size() && IsWordChar(text[end])) ++end;
+  while (end < text.size() && IsWordByte(text[end])) ++end;
   return std::string(text.substr(start, end - start));
 }
 
@@ -74,13 +64,13 @@ void RecordFirstUse(ModuleModel& model, std::string_view name, std::int32_t line
 
 void RecordUses(std::string_view text, std::int32_t line, ModuleModel& model) {
   const std::string stripped = StripSizedLiterals(text);
-  for (std::string_view identifier : ExtractIdentifiers(stripped)) {
-    if (IsKeyword(identifier) || IsNumberToken(identifier)) continue;
+  ForEachIdentifier(stripped, [&model, line](std::string_view identifier) {
+    if (IsKeyword(identifier) || IsNumberToken(identifier)) return;
     if (model.usedIdentifiers.find(identifier) == model.usedIdentifiers.end()) {
       model.usedIdentifiers.emplace(identifier);
     }
     RecordFirstUse(model, identifier, line);
-  }
+  });
 }
 
 }  // namespace quill

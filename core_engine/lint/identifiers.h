@@ -3,21 +3,39 @@
 #ifndef QUILL_LINT_IDENTIFIERS_H_
 #define QUILL_LINT_IDENTIFIERS_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "lint/module_model.h"
+#include "lint/word_scan.h"
 
 namespace quill {
 
 // Whether `word` is a Verilog or SystemVerilog keyword, ignoring case.
 bool IsKeyword(std::string_view word);
 
-// Every identifier of `text` in order, repetitions kept: each maximal run of
-// word characters that begins with a letter or "_" (a run that begins with a
-// digit holds none, so "1ns" gives nothing).
+// Calls visit(std::string_view) for every identifier of `text` in order: each
+// maximal run of word characters that begins with a letter or "_" (a run that
+// begins with a digit holds none, so "1ns" gives nothing).
+template <typename Visitor>
+void ForEachIdentifier(std::string_view text, Visitor&& visit) {
+  std::size_t i = 0;
+  while (i < text.size()) {
+    if (!IsWordByte(text[i])) {
+      ++i;
+      continue;
+    }
+    const std::size_t start = i;
+    while (i < text.size() && IsWordByte(text[i])) ++i;
+    if (text[start] < '0' || text[start] > '9') visit(text.substr(start, i - start));
+  }
+}
+
+// Every identifier of `text` in order, repetitions kept (see
+// ForEachIdentifier). The views point into `text`.
 std::vector<std::string_view> ExtractIdentifiers(std::string_view text);
 
 // Whether the whole word is a decimal number, or digits, "'" and a base

@@ -3,6 +3,7 @@
 #ifndef QUILL_LINT_NAME_SET_H_
 #define QUILL_LINT_NAME_SET_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -11,13 +12,20 @@
 
 namespace quill {
 
-inline char FoldAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+inline char FoldAscii(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
+// h = h * 131 + tolower(c) over the bytes taken as signed chars, in wrapping
+// 64-bit arithmetic (bytes of 128 and above add their negative value).
 struct NameHash {
   using is_transparent = void;
   std::size_t operator()(std::string_view name) const noexcept {
     std::uint64_t hash = 0;
-    for (char c : name) hash = hash * 131 + static_cast<unsigned char>(FoldAscii(c));
+    for (char c : name) {
+      const auto folded = static_cast<std::int64_t>(static_cast<signed char>(FoldAscii(c)));
+      hash = hash * 131 + static_cast<std::uint64_t>(folded);
+    }
     return static_cast<std::size_t>(hash);
   }
 };

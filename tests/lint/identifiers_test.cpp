@@ -1,0 +1,303 @@
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/pattern.h"
+#include "lint/identifiers.h"
+#include "lint/keyword_set.h"
+
+namespace quill {
+namespace {
+
+const char* const kExpectedKeywords[] = {
+    "always",
+    "and",
+    "assign",
+    "automatic",
+    "begin",
+    "buf",
+    "bufif0",
+    "bufif1",
+    "case",
+    "casex",
+    "casez",
+    "cell",
+    "cmos",
+    "config",
+    "deassign",
+    "default",
+    "defparam",
+    "design",
+    "disable",
+    "edge",
+    "else",
+    "end",
+    "endcase",
+    "endconfig",
+    "endfunction",
+    "endgenerate",
+    "endmodule",
+    "endprimitive",
+    "endspecify",
+    "endtable",
+    "endtask",
+    "event",
+    "for",
+    "force",
+    "forever",
+    "fork",
+    "function",
+    "generate",
+    "genvar",
+    "highz0",
+    "highz1",
+    "if",
+    "ifnone",
+    "incdir",
+    "include",
+    "initial",
+    "inout",
+    "input",
+    "instance",
+    "integer",
+    "join",
+    "large",
+    "liblist",
+    "library",
+    "localparam",
+    "macromodule",
+    "medium",
+    "module",
+    "nand",
+    "negedge",
+    "nmos",
+    "nor",
+    "noshowcancelled",
+    "not",
+    "notif0",
+    "notif1",
+    "or",
+    "output",
+    "parameter",
+    "pmos",
+    "posedge",
+    "primitive",
+    "pull0",
+    "pull1",
+    "pulldown",
+    "pullup",
+    "pulsestyle_onevent",
+    "pulsestyle_ondetect",
+    "rcmos",
+    "real",
+    "realtime",
+    "reg",
+    "release",
+    "repeat",
+    "rnmos",
+    "rpmos",
+    "rtran",
+    "rtranif0",
+    "rtranif1",
+    "scalared",
+    "showcancelled",
+    "signed",
+    "small",
+    "specify",
+    "specparam",
+    "strong0",
+    "strong1",
+    "supply0",
+    "supply1",
+    "table",
+    "task",
+    "time",
+    "tran",
+    "tranif0",
+    "tranif1",
+    "tri",
+    "tri0",
+    "tri1",
+    "triand",
+    "trior",
+    "trireg",
+    "unsigned",
+    "use",
+    "uwire",
+    "vectored",
+    "wait",
+    "wand",
+    "weak0",
+    "weak1",
+    "while",
+    "wire",
+    "wor",
+    "xnor",
+    "xor",
+    "always_comb",
+    "always_ff",
+    "always_latch",
+    "logic",
+    "bit",
+    "byte",
+    "shortint",
+    "int",
+    "longint",
+    "enum",
+    "struct",
+    "typedef",
+    "package",
+    "endpackage",
+    "import",
+    "interface",
+    "endinterface",
+    "modport",
+    "program",
+    "endprogram",
+    "class",
+    "endclass",
+    "virtual",
+    "extends",
+    "const",
+    "static",
+    "protected",
+    "local",
+    "rand",
+    "randc",
+    "ref",
+    "continue",
+    "break",
+    "return",
+    "do",
+    "foreach",
+    "unique",
+    "priority",
+};
+
+TEST(KeywordSetTest, HoldsExactlyTheListedWords) {
+  EXPECT_EQ(std::size(kExpectedKeywords), 162u);
+  EXPECT_EQ(KeywordSet().size(), 162u);
+  for (const char* word : kExpectedKeywords) EXPECT_TRUE(IsKeyword(word)) << word;
+}
+
+TEST(IsKeywordTest, IgnoresCase) {
+  for (const char* word : {"Input", "MODULE", "always_FF", "WIRE", "Begin", "POSEDGE"}) {
+    EXPECT_TRUE(IsKeyword(word)) << word;
+  }
+}
+
+TEST(IsKeywordTest, WholeWordsOnly) {
+  for (const char* word : {"inputs", "always_comb_x", "assert", "final", "string", "void", "", "in", "wir"}) {
+    EXPECT_FALSE(IsKeyword(word)) << word;
+  }
+  EXPECT_TRUE(IsKeyword("always_comb"));
+}
+
+std::vector<std::string> Identifiers(std::string_view text) {
+  std::vector<std::string> result;
+  for (std::string_view identifier : ExtractIdentifiers(text)) result.emplace_back(identifier);
+  return result;
+}
+
+using Words = std::vector<std::string>;
+
+TEST(ExtractIdentifiersTest, Examples) {
+  EXPECT_EQ(Identifiers("a_1 + _b - 3"), (Words{"a_1", "_b"}));
+  EXPECT_EQ(Identifiers("$display(\"x\")"), (Words{"display", "x"}));
+  EXPECT_EQ(Identifiers("u1.q"), (Words{"u1", "q"}));
+  EXPECT_EQ(Identifiers("#1ns"), (Words{}));
+  EXPECT_EQ(Identifiers("\"hello world\""), (Words{"hello", "world"}));
+  EXPECT_EQ(Identifiers("8'hFF"), (Words{"hFF"}));
+  EXPECT_EQ(Identifiers("4'b1010"), (Words{"b1010"}));
+  EXPECT_EQ(Identifiers("\\esc$aped a"), (Words{"esc", "aped", "a"}));
+  EXPECT_EQ(Identifiers("a\xc3\xa9z"), (Words{"a", "z"}));
+  EXPECT_EQ(Identifiers("x x X"), (Words{"x", "x", "X"}));
+  EXPECT_EQ(Identifiers(""), (Words{}));
+}
+
+TEST(ExtractIdentifiersTest, AgreesWithTheIdentifierPatternOnRandomText) {
+  const Pattern identifierPattern(R"(\b([a-zA-Z_]\w*)\b)");
+  std::mt19937 random(11);
+  const std::string alphabet = "aZ_09 .'$\xc3\n";
+  for (int round = 0; round < 3000; ++round) {
+    std::string text(random() % 30, ' ');
+    for (char& c : text) c = alphabet[random() % alphabet.size()];
+    Words expected;
+    identifierPattern.ForEachMatch(text, [&expected](const Match& match) { expected.push_back(match.Str(1)); });
+    ASSERT_EQ(Identifiers(text), expected) << text;
+  }
+}
+
+TEST(IsNumberTokenTest, Examples) {
+  for (const char* word : {"0", "123", "8'h", "8'H", "16'b", "2'd", "3'O", "007"}) {
+    EXPECT_TRUE(IsNumberToken(word)) << word;
+  }
+  for (const char* word : {"", "abc", "12a", "8'x", "'h", "8'hF", "8'", "8 'h", "1.5", "x1", "8'h'"}) {
+    EXPECT_FALSE(IsNumberToken(word)) << word;
+  }
+}
+
+TEST(IsNumberTokenTest, AgreesWithTheDigitAndPrefixPatterns) {
+  const Pattern digitsPattern(R"(^\d+$)");
+  const Pattern sizedPrefixPattern(R"(^\d+'[bhdo])", CaseMode::kIgnoreCase);
+  std::mt19937 random(5);
+  const std::string alphabet = "019'bhdoBHxa";
+  for (int round = 0; round < 3000; ++round) {
+    std::string word(random() % 6, ' ');
+    for (char& c : word) c = alphabet[random() % alphabet.size()];
+    const bool expected = digitsPattern.FullMatch(word) || sizedPrefixPattern.FullMatch(word);
+    ASSERT_EQ(IsNumberToken(word), expected) << word;
+  }
+}
+
+TEST(StripSizedLiteralsTest, Examples) {
+  EXPECT_EQ(StripSizedLiterals("x == 16 'h ff"), "x ==  ");
+  EXPECT_EQ(StripSizedLiterals("8'HFF"), " ");
+  EXPECT_EQ(StripSizedLiterals("a + 8'hFF"), "a +  ");
+  EXPECT_EQ(StripSizedLiterals("4'b1010 & b"), "  & b");
+  EXPECT_EQ(StripSizedLiterals("'hFF"), "'hFF");
+  EXPECT_EQ(StripSizedLiterals("a8'hFF"), "a8'hFF");
+  EXPECT_EQ(StripSizedLiterals("{2'b0, 3'd7}"), "{ ,  }");
+  EXPECT_EQ(StripSizedLiterals("no literal"), "no literal");
+}
+
+TEST(LeadingWordTest, Examples) {
+  EXPECT_EQ(LeadingWord("  data[3]"), "data");
+  EXPECT_EQ(LeadingWord("{a,b}"), "");
+  EXPECT_EQ(LeadingWord(""), "");
+  EXPECT_EQ(LeadingWord("\r\t x y"), "x");
+  EXPECT_EQ(LeadingWord("\nx"), "");
+  EXPECT_EQ(LeadingWord("3abc+d"), "3abc");
+}
+
+TEST(RecordFirstUseTest, KeepsTheSmallestLine) {
+  ModuleModel model;
+  RecordFirstUse(model, "sig", 7);
+  RecordFirstUse(model, "sig", 3);
+  RecordFirstUse(model, "sig", 5);
+  ASSERT_EQ(model.firstUseLine.size(), 1u);
+  EXPECT_EQ(model.firstUseLine.at("sig"), 3);
+}
+
+TEST(RecordFirstUseTest, IgnoresCaseAndKeepsFirstSpelling) {
+  ModuleModel model;
+  RecordFirstUse(model, "Clk", 5);
+  RecordFirstUse(model, "clk", 2);
+  RecordFirstUse(model, "CLK", -1);
+  ASSERT_EQ(model.firstUseLine.size(), 1u);
+  EXPECT_EQ(model.firstUseLine.begin()->first, "Clk");
+  EXPECT_EQ(model.firstUseLine.begin()->second, -1);
+}
+
+TEST(RecordUsesTest, SkipsKeywordsNumbersAndSizedLiterals) {
+  ModuleModel model;
+  RecordUses("a + 8'hFF & begin | b[3:0] | 'hFF", 4, model);
+  EXPECT_EQ(model.usedIdentifiers, (NameSet{"a", "b", "hFF"}));
+  EXPECT_EQ(model.firstUseLine, (NameMap{{"a", 4}, {"b", 4}, {"hFF", 4}}));
+}
+
+}  // namespace
+}  // namespace quill
