@@ -21,6 +21,14 @@ void ExtractAlwaysBlocks(std::string_view text, ModuleModel& model);
 void ExtractInstances(std::string_view text, ModuleModel& model);
 void CollectUses(ModuleModel& model);
 
+// identifierCounts: how often each identifier of the text that is neither a
+// keyword nor a number occurs.
+void CountIdentifiers(std::string_view text, ModuleModel& model);
+
+// portNames: every non-keyword identifier between a direction keyword
+// (input, output, inout, any case) and the next ";" or ")".
+void CollectPortNames(std::string_view text, ModuleModel& model);
+
 // The names written by a continuous assignment's left-hand side.
 std::vector<std::string> LhsNames(std::string_view lhs);
 

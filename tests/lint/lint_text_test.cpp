@@ -1,0 +1,333 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "common/pattern.h"
+#include "lint/lint_text.h"
+
+namespace quill {
+namespace {
+
+// A check runner that notes whether it ran and reports one fixed finding.
+struct RecordingChecks {
+  bool ran = false;
+  std::vector<Diagnostic> findings = {{"warning", 1, "probe", "ran"}};
+  CheckRunner Runner() {
+    return [this](const ModuleModel&) {
+      ran = true;
+      return findings;
+    };
+  }
+};
+
+constexpr char kProbeReport[] = R"([{"severity":"warning","line":1,"check":"probe","message":"ran"}])";
+
+TEST(LintTextTest, EmptyInputIsAnEmptyArray) {
+  EXPECT_EQ(LintText(std::string_view()), "[]");
+  EXPECT_EQ(LintText(""), "[]");
+}
+
+TEST(LintTextTest, EmptyInputRunsNoCheck) {
+  RecordingChecks checks;
+  EXPECT_EQ(LintTextWith("", checks.Runner()), "[]");
+  EXPECT_FALSE(checks.ran);
+}
+
+TEST(LintTextTest, NoModuleAndNoDeclarationRunsNoCheck) {
+  RecordingChecks checks;
+  EXPECT_EQ(LintTextWith("assign a = b;\nfoo u (.a(b));\nparameter P = 1;\n", checks.Runner()), "[]");
+  EXPECT_FALSE(checks.ran);
+  EXPECT_EQ(LintText("assign a = b;\n"), "[]");
+}
+
+TEST(LintTextTest, CommentedModuleRunsNoCheck) {
+  RecordingChecks checks;
+  EXPECT_EQ(LintTextWith("// module foo\n/* module bar */\n", checks.Runner()), "[]");
+  EXPECT_FALSE(checks.ran);
+}
+
+TEST(LintTextTest, DeclarationWithoutModuleRunsTheChecks) {
+  RecordingChecks checks;
+  EXPECT_EQ(LintTextWith("wire a;\n", checks.Runner()), kProbeReport);
+  EXPECT_TRUE(checks.ran);
+}
+
+TEST(LintTextTest, ModuleWithoutDeclarationRunsTheChecks) {
+  RecordingChecks checks;
+  EXPECT_EQ(LintTextWith("module m;\nendmodule\n", checks.Runner()), kProbeReport);
+  EXPECT_TRUE(checks.ran);
+}
+
+TEST(LintTextTest, FindingsKeepTheCheckOrder) {
+  RecordingChecks checks;
+  checks.findings = {{"warning", 5, "latch", "a"}, {"error", 1, "multi-driver", "b"}, {"warning", 3, "latch", "c"}};
+  EXPECT_EQ(LintTextWith("module m;", checks.Runner()),
+            R"([{"severity":"warning","line":5,"check":"latch","message":"a"},)"
+            R"({"severity":"error","line":1,"check":"multi-driver","message":"b"},)"
+            R"({"severity":"warning","line":3,"check":"latch","message":"c"}])");
+}
+
+TEST(LintTextTest, MessagesAreEscapedAndLinesRenderedAsGiven) {
+  RecordingChecks checks;
+  checks.findings = {{"warning", -2, "x", "say \"hi\" \\ now\nthen caf\xc3\xa9"}, {"error", 0, "y", ""}};
+  EXPECT_EQ(LintTextWith("module m;", checks.Runner()),
+            "[{\"severity\":\"warning\",\"line\":-2,\"check\":\"x\",\"message\":\"say \\\"hi\\\" \\\\ now\\nthen "
+            "caf\xc3\xa9\"},{\"severity\":\"error\",\"line\":0,\"check\":\"y\",\"message\":\"\"}]");
+}
+
+TEST(LintTextTest, StandardExceptionTextIsInsertedUnescaped) {
+  const CheckRunner throwing = [](const ModuleModel&) -> std::vector<Diagnostic> {
+    throw std::runtime_error("bad \"x\" \\ y");
+  };
+  EXPECT_EQ(LintTextWith("module m;", throwing),
+            "[{\"severity\":\"error\",\"line\":0,\"check\":\"cpp-exception\",\"message\":\"bad \"x\" \\ y\"}]");
+}
+
+TEST(LintTextTest, PatternLimitIsAStandardException) {
+  const CheckRunner throwing = [](const ModuleModel&) -> std::vector<Diagnostic> {
+    throw PatternLimitError("match limit");
+  };
+  EXPECT_EQ(LintTextWith("module m;", throwing),
+            R"([{"severity":"error","line":0,"check":"cpp-exception","message":"match limit"}])");
+}
+
+TEST(LintTextTest, OtherExceptionsAreUnknown) {
+  const CheckRunner throwing = [](const ModuleModel&) -> std::vector<Diagnostic> { throw 42; };
+  EXPECT_EQ(LintTextWith("module m;", throwing),
+            R"([{"severity":"error","line":0,"check":"cpp-exception","message":"unknown exception"}])");
+}
+
+TEST(BuildModuleModelTest, EmptySourceGivesAnEmptyModel) {
+  const ModuleModel model = BuildModuleModel("");
+  EXPECT_TRUE(model.moduleName.empty());
+  EXPECT_TRUE(model.signals.empty());
+  EXPECT_TRUE(model.identifierCounts.empty());
+}
+
+struct ModuleNameCase {
+  const char* name;
+  const char* source;
+  const char* expected;
+};
+
+class ModuleNameTest : public testing::TestWithParam<ModuleNameCase> {};
+
+TEST_P(ModuleNameTest, FirstModuleHeader) {
+  EXPECT_EQ(BuildModuleModel(GetParam().source).moduleName, GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, ModuleNameTest,
+    testing::Values(ModuleNameCase{"LineComment", "// module foo\n", ""},
+                    ModuleNameCase{"BlockComment", "/* module foo */", ""},
+                    ModuleNameCase{"UpperCase", "MODULE Foo (a);", "Foo"},
+                    ModuleNameCase{"NameOnTheNextLine", "module\n  top_1 (", "top_1"},
+                    ModuleNameCase{"TabBeforeName", "module\tm;", "m"}, ModuleNameCase{"Endmodule", "endmodule x", ""},
+                    ModuleNameCase{"FirstOfSeveral", "module a; endmodule\nmodule b; endmodule", "a"},
+                    ModuleNameCase{"NoNameThenLaterModule", "module (\nmodule real_one;", "real_one"},
+                    ModuleNameCase{"InsideIdentifier", "my_module x;", ""},
+                    ModuleNameCase{"DigitsAreWordCharacters", "module 9lives;", "9lives"}),
+    [](const testing::TestParamInfo<ModuleNameCase>& paramInfo) { return std::string(paramInfo.param.name); });
+
+TEST(BuildModuleModelTest, TabsAreSpacesForEveryStep) {
+  const ModuleModel model = BuildModuleModel("module m;\nwire\ta,\tb;\nassign\tc\t=\ta;\nparameter\tP\t=\t1;");
+  ASSERT_EQ(model.signals.size(), 2u);
+  EXPECT_EQ(model.signals[1].name, "b");
+  ASSERT_EQ(model.assigns.size(), 1u);
+  EXPECT_EQ(model.assigns[0].rhs, "a");
+  ASSERT_EQ(model.parameters.size(), 1u);
+  EXPECT_EQ(model.parameters[0].value, "1");
+}
+
+TEST(BuildModuleModelTest, UnterminatedCommentKeepsLineNumbers) {
+  const ModuleModel model = BuildModuleModel("wire a; /* open\nwire b;\n\nwire c;");
+  ASSERT_EQ(model.signals.size(), 1u);
+  EXPECT_EQ(model.signals[0].name, "a");
+  const ModuleModel closed = BuildModuleModel("wire a; /* x\n*/\nwire b;");
+  ASSERT_EQ(closed.signals.size(), 2u);
+  EXPECT_EQ(closed.signals[1].line, 2u);
+}
+
+struct PortNameCase {
+  const char* name;
+  const char* source;
+  NameSet expected;
+};
+
+class PortNamesTest : public testing::TestWithParam<PortNameCase> {};
+
+TEST_P(PortNamesTest, Collects) {
+  EXPECT_EQ(BuildModuleModel(GetParam().source).portNames, GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, PortNamesTest,
+    testing::Values(PortNameCase{"UpperCaseDirection", "INPUT a;", {"a"}},
+                    PortNameCase{"AnsiHeader", "module m(input a, output b);", {"a", "b"}},
+                    PortNameCase{"NamesInsideRange", "input [WIDTH-1:0] d;", {"WIDTH", "d"}},
+                    PortNameCase{"KeywordsSkipped", "input wire signed [7:0] x;\noutput reg q = 0;", {"x", "q"}},
+                    PortNameCase{"LongerWordIsNoDirection", "inputs x;\nmy_input y;", {}},
+                    PortNameCase{"StretchRunsToTheEnd", "input a, b\nc", {"a", "b", "c"}},
+                    PortNameCase{"StretchEndsAtParenthesis", "task t(input a) b;", {"a"}},
+                    PortNameCase{"CommentsSkipped", "input a; // b\ninput /* c */ d;", {"a", "d"}},
+                    PortNameCase{"DirectionWithoutSpace", "input[7:0] d;", {"d"}},
+                    PortNameCase{"SizedLiteralBaseLetters", "input a = 8'hFF;", {"a", "hFF"}},
+                    PortNameCase{"FirstSpellingKept", "input Data;\noutput DATA;", {"Data"}},
+                    PortNameCase{"OverlappingStretches", "input inout output a, b;\nc;", {"a", "b"}}),
+    [](const testing::TestParamInfo<PortNameCase>& paramInfo) { return std::string(paramInfo.param.name); });
+
+TEST(BuildModuleModelTest, IdentifierCountsSkipKeywordsNumbersAndComments) {
+  const ModuleModel model = BuildModuleModel("module m; wire a; assign A = b & 8'hFF; // c\nendmodule 1ns");
+  EXPECT_EQ(model.identifierCounts, (NameMap{{"m", 1}, {"a", 2}, {"b", 1}, {"hFF", 1}}));
+}
+
+TEST(BuildModuleModelTest, WholePipelineFillsTheModel) {
+  const ModuleModel model = BuildModuleModel(
+      "module top #(parameter W = 4) (\n"
+      "  input clk,\n"
+      "  output [W-1:0] q\n"
+      ");\n"
+      "  wire [W-1:0] d;\n"
+      "  assign d = q + 1'b1;\n"
+      "  counter #(.W(W)) u0 (.clk(clk), .d(d));\n"
+      "endmodule\n");
+  EXPECT_EQ(model.moduleName, "top");
+  ASSERT_EQ(model.signals.size(), 3u);
+  ASSERT_EQ(model.parameters.size(), 1u);
+  EXPECT_EQ(model.parameters[0].value, "4) (\n  input clk");
+  ASSERT_EQ(model.assigns.size(), 1u);
+  EXPECT_EQ(model.assigns[0].line, 5u);
+  ASSERT_EQ(model.instances.size(), 1u);
+  EXPECT_EQ(model.instances[0].name, "u0");
+  EXPECT_EQ(model.instances[0].line, 6u);
+  EXPECT_EQ(model.firstUseLine, (NameMap{{"q", 5}, {"clk", 6}, {"d", 6}}));
+  EXPECT_EQ(model.portNames, (NameSet{"clk", "q", "W"}));
+  EXPECT_EQ(model.declaredNames, (NameSet{"clk", "q", "d", "W"}));
+  EXPECT_EQ(model.drivenSignals, (NameSet{"d"}));
+}
+
+// Every call from many threads at once gives what a serial run gives.
+std::vector<std::string> ConcurrencyInputs() {
+  return {"",
+          "module m(input a, output b);\nassign b = a;\nendmodule\n",
+          "module top #(parameter W = 8) (\n  input clk,\n  output reg [W-1:0] q\n);\n"
+          "  always @(posedge clk) q <= q + 1;\n  counter u0 (.clk(clk), .q(q));\nendmodule\n",
+          "wire a;\nwire a;\nassign a = b;\nassign a = c;\n",
+          "module m;\n  reg r;\n  always @(*) begin\n    if (en) r = d;\n  end\nendmodule\n",
+          "/* unterminated\nmodule x;\n"};
+}
+
+bool ConcurrentCallsMatchSerialOnes(bool serialFirst) {
+  const std::vector<std::string> inputs = ConcurrencyInputs();
+  std::vector<std::string> serial;
+  if (serialFirst) {
+    for (const std::string& input : inputs) serial.push_back(LintText(input));
+  }
+  constexpr int kThreads = 8;
+  std::vector<std::vector<std::string>> results(kThreads);
+  std::atomic<int> ready{0};
+  std::vector<std::thread> threads;
+  for (int t = 0; t < kThreads; ++t) {
+    threads.emplace_back([&, t] {
+      ++ready;
+      while (ready.load() < kThreads) std::this_thread::yield();
+      for (int round = 0; round < 20; ++round) {
+        for (const std::string& input : inputs) results[static_cast<std::size_t>(t)].push_back(LintText(input));
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  if (!serialFirst) {
+    for (const std::string& input : inputs) serial.push_back(LintText(input));
+  }
+  for (const auto& perThread : results) {
+    for (std::size_t i = 0; i < perThread.size(); ++i) {
+      if (perThread[i] != serial[i % inputs.size()]) return false;
+    }
+  }
+  return true;
+}
+
+TEST(LintTextConcurrencyTest, ManyThreadsAgreeWithASerialRun) {
+  EXPECT_TRUE(ConcurrentCallsMatchSerialOnes(true));
+}
+
+TEST(LintTextConcurrencyTest, ManyThreadsFromTheVeryFirstCall) {
+  // A fresh process, so that the threads' calls are the first lint calls and
+  // race for the one-time initialisations.
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(std::exit(ConcurrentCallsMatchSerialOnes(false) ? 0 : 1), testing::ExitedWithCode(0), "");
+}
+
+// Hostile inputs: no crash and a well-formed array.
+void ExpectWellFormed(const std::string& report) {
+  ASSERT_FALSE(report.empty());
+  EXPECT_EQ(report.front(), '[');
+  EXPECT_EQ(report.back(), ']');
+}
+
+std::string Repeat(std::string_view piece, std::size_t times) {
+  std::string text;
+  text.reserve(piece.size() * times);
+  for (std::size_t i = 0; i < times; ++i) text += piece;
+  return text;
+}
+
+TEST(LintTextPathologicalTest, UnterminatedBlockComment) {
+  const std::string text = "module m;\n/*" + Repeat("wire x;\n", 1'000'000);
+  ExpectWellFormed(LintText(text));
+  const ModuleModel model = BuildModuleModel(text);
+  EXPECT_EQ(model.moduleName, "m");
+  EXPECT_TRUE(model.signals.empty());
+}
+
+TEST(LintTextPathologicalTest, TenMegabytesOfAssign) {
+  EXPECT_EQ(LintText(Repeat("assign", 10'000'000 / 6)), "[]");
+  EXPECT_EQ(LintText(Repeat("assign ", 10'000'000 / 7)), "[]");
+  ExpectWellFormed(LintText("module m;\n" + Repeat("assign a = b;\n", 500'000)));
+}
+
+TEST(LintTextPathologicalTest, ParameterValueRunningToTheEnd) {
+  const std::string text = "module m;\n" + Repeat("parameter x = ", 500'000);
+  ExpectWellFormed(LintText(text));
+  EXPECT_EQ(BuildModuleModel(text).parameters.size(), 1u);
+}
+
+TEST(LintTextPathologicalTest, OneIdentifierAMillionTimes) {
+  const std::string text = Repeat("a ", 1'000'000);
+  EXPECT_EQ(LintText(text), "[]");
+  EXPECT_EQ(BuildModuleModel(text).identifierCounts, (NameMap{{"a", 1'000'000}}));
+  ExpectWellFormed(LintText("module m;\n" + text));
+}
+
+TEST(LintTextPathologicalTest, HundredThousandInputKeywordsWithoutEnd) {
+  const std::string bare = Repeat("input ", 100'000);
+  EXPECT_EQ(LintText(bare), "[]");
+  EXPECT_TRUE(BuildModuleModel(bare).portNames.empty());
+  const std::string named = "module m (" + Repeat("input a ", 100'000);
+  ExpectWellFormed(LintText(named));
+  EXPECT_EQ(BuildModuleModel(named).portNames, (NameSet{"a"}));
+  ExpectWellFormed(LintText(Repeat("input a\n", 100'000)));
+}
+
+TEST(LintTextPathologicalTest, ManyUnclosedBrackets) {
+  ExpectWellFormed(LintText("module m;\n" + Repeat("parameter [ ", 100'000)));
+  ExpectWellFormed(LintText("module m;\n" + Repeat("foo #(\n", 100'000)));
+  ExpectWellFormed(LintText("module m;\nfoo u (" + Repeat(".a(b ", 100'000)));
+  ExpectWellFormed(LintText("module m (\n" + Repeat("(", 100'000) + "\nendmodule\n"));
+}
+
+TEST(LintTextPathologicalTest, ArbitraryBytes) {
+  std::string bytes;
+  for (int i = 0; i < 256 * 64; ++i) bytes += static_cast<char>(i * 37 % 256);
+  ExpectWellFormed(LintText(bytes));
+  ExpectWellFormed(LintText("module m;\n" + bytes));
+}
+
+}  // namespace
+}  // namespace quill
