@@ -1,7 +1,154 @@
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "common/pattern.h"
+#include "common/text_utils.h"
+#include "lint/identifiers.h"
 #include "lint/steps.h"
 
 namespace quill {
+namespace {
 
-void ExtractDeclarations(std::string_view, ModuleModel&) {}
+struct DeclarationPatterns {
+  Pattern kDeclLinePattern{R"(^\s*(input|output|inout|wire|reg|logic)\b\s+(.+))", CaseMode::kIgnoreCase};
+  Pattern kDeclTypePattern{R"(^(wire|reg|logic)\s+)", CaseMode::kIgnoreCase};
+  Pattern kDeclSignPattern{R"(^(signed|unsigned)\s+)", CaseMode::kIgnoreCase};
+  Pattern kDeclRangePattern{R"(^(\[[^\]]*\])\s*)"};
+  Pattern kDeclKeywordStartPattern{R"(^(input|output|inout|wire|reg|logic)\b)", CaseMode::kIgnoreCase};
+};
+
+const DeclarationPatterns& Patterns() {
+  static const DeclarationPatterns patterns;
+  return patterns;
+}
+
+constexpr std::string_view kTrimmed = " \t\r";
+
+std::string_view TrimLeftOf(std::string_view s, std::string_view chars) {
+  const std::size_t start = s.find_first_not_of(chars);
+  return start == std::string_view::npos ? std::string_view() : s.substr(start);
+}
+
+std::string_view TrimOf(std::string_view s, std::string_view chars) {
+  return TrimRightOf(TrimLeftOf(s, chars), chars);
+}
+
+bool HasTerminator(std::string_view s) {
+  return s.find_first_of(";)") != std::string_view::npos;
+}
+
+// The lines of the text split at each LF, each without its trailing CRs.
+std::vector<std::string_view> DeclarationLines(std::string_view text) {
+  std::vector<std::string_view> lines;
+  std::size_t start = 0;
+  for (;;) {
+    const std::size_t end = text.find('\n', start);
+    const std::string_view line = text.substr(start, end == std::string_view::npos ? text.size() - start : end - start);
+    lines.push_back(TrimRightOf(line, "\r"));
+    if (end == std::string_view::npos) break;
+    start = end + 1;
+  }
+  return lines;
+}
+
+// Whether the whole text is a simple identifier ("^[a-zA-Z_]\w*$").
+bool IsSimpleIdentifier(std::string_view s) {
+  if (s.empty() || (s[0] >= '0' && s[0] <= '9') || !IsWordByte(s[0])) return false;
+  for (char c : s) {
+    if (!IsWordByte(c)) return false;
+  }
+  return true;
+}
+
+// The text without its bracket groups ("[" up to the next "]"), such as
+// unpacked dimensions.
+std::string RemoveBracketGroups(std::string_view s) {
+  std::string kept;
+  std::size_t pos = 0;
+  for (;;) {
+    const std::size_t open = s.find('[', pos);
+    const std::size_t close = open == std::string_view::npos ? open : s.find(']', open + 1);
+    if (close == std::string_view::npos) {
+      kept.append(s.substr(pos));
+      return kept;
+    }
+    kept.append(s.substr(pos, open - pos));
+    pos = close + 1;
+  }
+}
+
+SignalKind KindOf(std::string_view keyword, std::string_view type) {
+  if (keyword == "input") return SignalKind::kInput;
+  if (keyword == "output") return SignalKind::kOutput;
+  if (keyword == "inout") return SignalKind::kInout;
+  // Without a direction, a type word decides over the keyword.
+  if (type == "reg") return SignalKind::kReg;
+  if (type == "logic") return SignalKind::kLogic;
+  if (keyword == "reg") return SignalKind::kReg;
+  if (keyword == "logic") return SignalKind::kLogic;
+  return SignalKind::kWire;
+}
+
+}  // namespace
+
+void ExtractDeclarations(std::string_view text, ModuleModel& model) {
+  const DeclarationPatterns& patterns = Patterns();
+  const std::vector<std::string_view> lines = DeclarationLines(text);
+  Match match;
+  for (std::size_t k = 0; k < lines.size(); ++k) {
+    if (!patterns.kDeclLinePattern.Search(lines[k], &match)) continue;
+    const std::string keyword = ToLowerAscii(match.Group(1));
+    std::string_view rest = TrimRightOf(match.Group(2), " \r\t");
+    const auto declLine = static_cast<std::uint32_t>(k);
+
+    std::string type;
+    if (patterns.kDeclTypePattern.Search(rest, &match)) {
+      type = ToLowerAscii(match.Group(1));
+      rest = TrimLeftOf(rest.substr(match.End()), kTrimmed);
+    }
+    if (patterns.kDeclSignPattern.Search(rest, &match)) rest = rest.substr(match.End());
+    std::string range;
+    if (patterns.kDeclRangePattern.Search(rest, &match)) {
+      range = match.Str(1);
+      rest = rest.substr(match.End());
+    }
+
+    // A declaration without ";" or ")" continues on the following lines
+    // until one of them starts a new declaration.
+    std::string names(rest);
+    bool closed = HasTerminator(names);
+    while (!closed && k + 1 < lines.size()) {
+      const std::string_view next = TrimOf(lines[k + 1], kTrimmed);
+      if (patterns.kDeclKeywordStartPattern.Search(next)) break;
+      names += ' ';
+      names += next;
+      closed = HasTerminator(next);
+      ++k;
+    }
+    const std::string_view list = TrimRightOf(names, ";), \t\r");
+
+    const SignalKind kind = KindOf(keyword, type);
+    const bool isReg = keyword == "reg" || type == "reg";
+    const bool isLogic = keyword == "logic" || type == "logic";
+    std::size_t pieceStart = 0;
+    for (;;) {
+      const std::size_t comma = list.find(',', pieceStart);
+      std::string_view piece =
+          list.substr(pieceStart, comma == std::string_view::npos ? list.size() - pieceStart : comma - pieceStart);
+      piece = piece.substr(0, piece.find('='));
+      const std::string withoutBrackets = RemoveBracketGroups(piece);
+      const std::string_view name = TrimOf(withoutBrackets, kTrimmed);
+      if (IsSimpleIdentifier(name)) {
+        model.signals.push_back(SignalDecl{std::string(name), range, declLine, kind, isReg, isLogic});
+        model.declaredNames.emplace(name);
+        if (IsPortKind(kind)) model.portNames.emplace(name);
+      }
+      if (comma == std::string_view::npos) break;
+      pieceStart = comma + 1;
+    }
+  }
+}
 
 }  // namespace quill
