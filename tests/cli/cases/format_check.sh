@@ -1,0 +1,14 @@
+# --check writes nothing, lists the files that would change and exits 1.
+put clean.v '\n'
+put script.v 'import os\n'
+put unterminated.v 'module m;\nendmodule'
+cp unterminated.v unterminated.orig
+quill format --check clean.v script.v
+expect_rc 0
+expect_out_empty
+expect_err_empty
+quill format --check clean.v unterminated.v script.v
+expect_rc 1
+expect_out 'unterminated.v\n'
+expect_err_empty
+same_file unterminated.v unterminated.orig

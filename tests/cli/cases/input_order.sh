@@ -1,0 +1,18 @@
+# Files are answered in the order given, one error does not stop the others,
+# and errors appear in their place.
+put a.v 'a \n'
+put b.v 'b\n'
+put c.v 'c \n'
+fake format --check c.v missing.v a.v b.v
+expect_rc 2
+expect_out 'c.v\na.v\n'
+expect_err_one_line
+expect_err_has 'missing.v: No such file or directory'
+
+# Each file's stderr comes right after its stdout.
+put l1.v '// FINDING warning latch first\n'
+put l2.v '// FINDING warning latch second\n'
+"$QUILL_FAKE" lint -j 3 l1.v nope.v l2.v >mixed.txt 2>&1
+printf '%s\n' 'l1.v:1:1: warning: first [latch]' 'quill: error: nope.v: No such file or directory' \
+  'l2.v:1:1: warning: second [latch]' >expected.txt
+same_file mixed.txt expected.txt
