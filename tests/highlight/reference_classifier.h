@@ -7,12 +7,12 @@
 
 #include <algorithm>
 #include <cctype>
-#include <regex>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 #include <vector>
 
+#include "common/pattern.h"
 #include "highlight/word_lists.h"
 
 namespace quill::test {
@@ -50,7 +50,7 @@ inline const RefSets& ReferenceSets() {
 }
 
 inline std::vector<unsigned char> ReferenceClassify(std::string_view text) {
-  static const std::regex kPinShape("^(PIN_)?[A-Z]{1,3}[0-9]{1,3}(?![A-Za-z0-9_])");
+  static const Pattern kPinShape("^(PIN_)?[A-Z]{1,3}[0-9]{1,3}(?![A-Za-z0-9_])");
   const RefSets& sets = ReferenceSets();
   const std::size_t n = text.size();
   std::vector<unsigned char> out(n, 0);
@@ -151,9 +151,8 @@ inline std::vector<unsigned char> ReferenceClassify(std::string_view text) {
         if (standard) {
           fill(start, end, 5);
         } else if (std::isupper(u) != 0) {
-          const std::string tail(text.substr(start, end - start + 1));
-          std::smatch match;
-          if (std::regex_search(tail, match, kPinShape) && static_cast<std::size_t>(match.length(0)) == end - start) {
+          Match match;
+          if (kPinShape.Search(text.substr(start, end - start + 1), &match) && match.Length() == end - start) {
             fill(start, end, 6);
           }
         }
