@@ -187,7 +187,7 @@ const std::vector<MissCase>& MissCases() {
       {"AlwaysFfLine", {"always_ff x (", ");"}, 0},
       {"FunctionLine", {"function f (", ");"}, 0},
       {"GenerateWord", {"generate", "u0 (", ");"}, 0},
-      {"EndspecifyWord", {"endspecify", "u0 (", ");"}, 0},
+      {"ForeverWord", {"forever", "u0 (", ");"}, 0},
       {"NoMatchingClose", {"sub u0 (", ".a(b)", ""}, 0},
       {"ParamBlockNeverCloses", {"fifo #(", ".W(8)"}, 0},
       {"ParamBlockWithoutName", {"fifo #(", ".W(8)", ")", "u0 (", ");"}, 0},
