@@ -1,7 +1,205 @@
 #include "format/layout_port_list.h"
 
-namespace quill {
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
 
-std::string LayoutPortList(std::string_view text) { return std::string(text); }
+#include "common/pattern.h"
+#include "common/text_utils.h"
+#include "format/alignment_utils.h"
+
+namespace quill {
+namespace {
+
+constexpr std::size_t kNone = std::string_view::npos;
+constexpr std::string_view kIndent = "    ";
+constexpr std::string_view kTrailingBlanks = " \t\n\r";
+
+// One line of the port list: the groups of a port declaration, or the raw
+// line when it is something else (a comment, a blank line, another style).
+struct PortEntry {
+  std::string direction;
+  std::string netType;
+  std::string signedKw;
+  std::string range;
+  std::string name;
+  std::string arrayDim;
+  std::string comma;
+  std::string comment;
+  std::string rawLine;
+};
+
+struct PortColumns {
+  std::size_t dirWidth = 0;
+  std::size_t nameWidth = 0;
+  bool hasType = false;
+  std::size_t typeWidth = 0;
+  bool hasSigned = false;
+  std::size_t signedWidth = 0;
+  bool hasRange = false;
+  std::size_t rangeWidth = 1;
+  bool hasArray = false;
+  std::size_t arrayWidth = 0;
+};
+
+PortEntry MakePortEntry(const std::string& line) {
+  PortEntry entry;
+  std::optional<LineGroups> groups = ScanPortDecl(line);
+  if (!groups) {
+    entry.rawLine = line;
+    return entry;
+  }
+  entry.direction = groups->group[1];
+  entry.netType = groups->group[2];
+  entry.signedKw = groups->group[3];
+  entry.range = groups->group[4];
+  entry.name = groups->group[5];
+  entry.arrayDim = groups->group[6];
+  entry.comma = groups->group[7];
+  entry.comment = groups->group[8];
+  return entry;
+}
+
+bool IsPort(const PortEntry& entry) {
+  return !entry.direction.empty();
+}
+
+void Widen(std::size_t* width, const std::string& cell) {
+  *width = std::max(*width, cell.size());
+}
+
+// A column counts as present when at least one port has a value in it.
+void Widen(bool* present, std::size_t* width, const std::string& cell) {
+  if (!cell.empty()) *present = true;
+  Widen(width, cell);
+}
+
+PortColumns MeasurePorts(const std::vector<PortEntry>& entries) {
+  PortColumns columns;
+  for (const PortEntry& entry : entries) {
+    if (!IsPort(entry)) continue;
+    Widen(&columns.dirWidth, entry.direction);
+    Widen(&columns.nameWidth, entry.name);
+    Widen(&columns.hasType, &columns.typeWidth, entry.netType);
+    Widen(&columns.hasSigned, &columns.signedWidth, entry.signedKw);
+    Widen(&columns.hasRange, &columns.rangeWidth, entry.range);
+    Widen(&columns.hasArray, &columns.arrayWidth, entry.arrayDim);
+  }
+  return columns;
+}
+
+std::string RebuildEntry(const PortEntry& entry, const PortColumns& columns) {
+  if (!IsPort(entry)) {
+    std::string rest = TrimLeft(entry.rawLine);
+    return rest.empty() ? rest : std::string(kIndent) + rest;
+  }
+  std::string line(kIndent);
+  line += PadRight(entry.direction, columns.dirWidth);
+  auto addCell = [&line](const std::string& cell, std::size_t width) {
+    line += ' ';
+    line += PadRight(cell, width);
+  };
+  if (columns.hasType) addCell(entry.netType, std::max<std::size_t>(columns.typeWidth, 1));
+  if (columns.hasSigned) addCell(entry.signedKw, std::max<std::size_t>(columns.signedWidth, 1));
+  if (columns.hasRange) addCell(entry.range, std::max<std::size_t>(columns.rangeWidth, 1));
+  addCell(entry.name, columns.nameWidth);
+  if (columns.hasArray) addCell(entry.arrayDim, std::max<std::size_t>(columns.arrayWidth, 1));
+  line += ' ';
+  line += entry.comma;
+  if (!entry.comment.empty()) {
+    line += ' ';
+    line += entry.comment;
+  }
+  line.resize(TrimRightOf(line, kTrailingBlanks).size());
+  return line;
+}
+
+// Position just after the ")" that balances the "(" at `open`, or kNone.
+std::size_t SkipBalanced(std::string_view text, std::size_t open) {
+  std::int64_t depth = 0;
+  for (std::size_t i = open; i < text.size(); ++i) {
+    if (text[i] == '(') {
+      ++depth;
+    } else if (text[i] == ')') {
+      if (depth == 1) return i + 1;
+      --depth;
+    }
+  }
+  return kNone;
+}
+
+// The ")" that closes the port list opened at `open`: one that brings the
+// count back to 0 and is followed, past spaces, by ";". kNone if none.
+std::size_t FindPortListClose(std::string_view rest, std::size_t open) {
+  std::int64_t depth = 0;
+  for (std::size_t i = open; i < rest.size(); ++i) {
+    if (rest[i] == '(') {
+      ++depth;
+    } else if (rest[i] == ')') {
+      if (depth == 1) {
+        std::size_t next = i + 1;
+        while (next < rest.size() && rest[next] == ' ') ++next;
+        if (next < rest.size() && rest[next] == ';') return i;
+      }
+      --depth;
+    }
+  }
+  return kNone;
+}
+
+std::size_t CountLineFeeds(std::string_view text, std::size_t begin, std::size_t end) {
+  return static_cast<std::size_t>(std::count(text.begin() + static_cast<std::ptrdiff_t>(begin),
+                                             text.begin() + static_cast<std::ptrdiff_t>(end), '\n'));
+}
+
+}  // namespace
+
+std::string LayoutPortList(std::string_view text) {
+  TextLines lines = SplitLines(text);
+  std::size_t headerLine = 0;
+  std::size_t pos = kNone;
+  for (; headerLine < lines.size(); ++headerLine) {
+    if (std::optional<LineGroups> header = ScanModuleHeader(lines[headerLine])) {
+      pos = header->group[0].size();
+      break;
+    }
+  }
+  if (pos == kNone) return std::string(text);
+
+  // The header line starts the rest, so the match end is also its offset there.
+  const std::string rest =
+      JoinLines(TextLines(lines.begin() + static_cast<std::ptrdiff_t>(headerLine), lines.end()), "\n");
+  std::size_t next = pos;
+  while (next < rest.size() && IsBlank(rest[next])) ++next;
+  if (next < rest.size() && rest[next] == '#') {
+    const std::size_t paramOpen = rest.find('(', next);
+    if (paramOpen != kNone) {
+      const std::size_t after = SkipBalanced(rest, paramOpen);
+      if (after != kNone) pos = after;
+    }
+  }
+  const std::size_t open = rest.find('(', pos);
+  if (open == kNone) return std::string(text);
+  const std::size_t close = FindPortListClose(rest, open);
+  if (close == kNone) return std::string(text);
+
+  const std::size_t firstPortLine = headerLine + CountLineFeeds(rest, 0, open) + 1;
+  const std::size_t closeLine = firstPortLine - 1 + CountLineFeeds(rest, open, close);
+  if (firstPortLine >= closeLine) return std::string(text);
+
+  std::vector<PortEntry> entries;
+  entries.reserve(closeLine - firstPortLine);
+  for (std::size_t i = firstPortLine; i < closeLine; ++i) entries.push_back(MakePortEntry(lines[i]));
+  const PortColumns columns = MeasurePorts(entries);
+  for (std::size_t i = 0; i < entries.size(); ++i) lines[firstPortLine + i] = RebuildEntry(entries[i], columns);
+
+  static const Pattern kCloseLinePattern(R"(^\s*\))", CaseMode::kSensitive, LimitPolicy::kNoMatch);
+  Match leading;
+  std::string& closing = lines[closeLine];
+  if (kCloseLinePattern.Search(closing, &leading)) closing.replace(0, leading.End(), ")");
+  return JoinLines(lines, "\n");
+}
 
 }  // namespace quill
