@@ -33,10 +33,6 @@ bool IsSpaceOrTab(unsigned char c) {
   return c == ' ' || c == '\t';
 }
 
-void Mark(unsigned char* out, std::size_t begin, std::size_t end, TokenClass tokenClass) {
-  std::memset(out + begin, static_cast<unsigned char>(tokenClass), end - begin);
-}
-
 // Whether the "{" at `brace` follows "get_ports", with only spaces and tabs
 // between.
 bool FollowsGetPorts(const unsigned char* text, std::size_t brace) {
@@ -54,6 +50,12 @@ std::size_t EndOfPortsCall(const unsigned char* text, std::size_t length, std::s
   const std::size_t end = p + kGetPorts.size();
   if (end < length && IsWordByte(text[end])) return 0;
   return end;
+}
+
+// Where the line holding `from` ends: at its LF, or at the end of the text.
+std::size_t EndOfLine(const unsigned char* text, std::size_t length, std::size_t from) {
+  const void* lineFeed = std::memchr(text + from, '\n', length - from);
+  return lineFeed != nullptr ? static_cast<std::size_t>(static_cast<const unsigned char*>(lineFeed) - text) : length;
 }
 
 // Where the double-quoted string opened at `quote` ends: after the first
@@ -90,115 +92,144 @@ bool IsPinName(const unsigned char* text, std::size_t length, std::size_t start,
     k += kPinPrefix.size();
   }
   std::size_t letters = 0;
-  while (k < length && letters <= 3 && IsAsciiUpper(text[k])) ++k, ++letters;
+  while (k < length && letters <= 3 && IsAsciiUpper(text[k])) {
+    ++k;
+    ++letters;
+  }
   if (letters == 0 || letters > 3) return false;
   std::size_t digits = 0;
-  while (k < length && digits <= 3 && IsAsciiDigit(text[k])) ++k, ++digits;
+  while (k < length && digits <= 3 && IsAsciiDigit(text[k])) {
+    ++k;
+    ++digits;
+  }
   if (digits == 0 || digits > 3) return false;
   if (k < length && IsWordByte(text[k])) return false;
   return k == end;
 }
+
+// One left-to-right pass over a text. Each Scan step classifies what starts
+// at `at` and returns the position after it.
+class ConstraintScanner {
+ public:
+  ConstraintScanner(const unsigned char* text, std::size_t length, unsigned char* out)
+      : text_(text), length_(length), out_(out), sets_(GetWordSets()) {}
+
+  void Run() {
+    std::size_t i = 0;
+    while (i < length_) i = Step(i);
+  }
+
+ private:
+  std::size_t Step(std::size_t at) {
+    const unsigned char c = text_[at];
+    if (c >= 0x80) return SkipMultiByte(at);
+    switch (c) {
+      case '#': {
+        const std::size_t end = EndOfLine(text_, length_, at);
+        Mark(at, end, TokenClass::kComment);
+        return end;
+      }
+      case '"': {
+        const std::size_t end = EndOfString(text_, length_, at);
+        Mark(at, end, TokenClass::kString);
+        return end;
+      }
+      case '{':
+        Mark(at, at + 1, TokenClass::kBrace);
+        if (state_ == ScanState::kNormal && FollowsGetPorts(text_, at)) state_ = ScanState::kInPortBraces;
+        return at + 1;
+      case '}':
+        Mark(at, at + 1, TokenClass::kBrace);
+        if (state_ == ScanState::kInPortBraces) state_ = ScanState::kNormal;
+        return at + 1;
+      case '[':
+        return ScanOpenBracket(at);
+      case ']':
+        if (state_ == ScanState::kAfterPortsCall) state_ = ScanState::kNormal;
+        return at + 1;
+      default:
+        break;
+    }
+    if (IsAsciiDigit(c)) return SkipNumber(at);
+    if (IsWordStartByte(c)) return ScanWord(at, false);
+    if (c == '-' && at + 1 < length_ && IsWordStartByte(text_[at + 1])) return ScanWord(at, true);
+    return at + 1;
+  }
+
+  // A byte of 128 or more and the UTF-8 continuation bytes after it stay
+  // plain.
+  std::size_t SkipMultiByte(std::size_t at) const {
+    std::size_t end = at + 1;
+    while (end < length_ && (text_[end] & 0xC0) == 0x80) ++end;
+    return end;
+  }
+
+  // Numbers such as "100", "3.3" and "10.000" stay plain.
+  std::size_t SkipNumber(std::size_t at) const {
+    std::size_t end = at + 1;
+    while (end < length_ && (IsAsciiDigit(text_[end]) || text_[end] == '.')) ++end;
+    return end;
+  }
+
+  // "[get_ports" makes the next word a port; any other "[" stays plain.
+  std::size_t ScanOpenBracket(std::size_t at) {
+    const std::size_t end = EndOfPortsCall(text_, length_, at);
+    if (end == 0) return at + 1;
+    Mark(end - kGetPorts.size(), end, TokenClass::kKeyword);
+    state_ = ScanState::kAfterPortsCall;
+    return end;
+  }
+
+  // A word: letters, digits and "_" after a letter, "_" or (for an option)
+  // "-", with a bit select such as "[3]" right after it.
+  std::size_t ScanWord(std::size_t start, bool isOption) {
+    std::size_t end = start + 1;
+    while (end < length_ && IsWordByte(text_[end])) ++end;
+    // The run of letters, digits and "_" from the word's first byte, which an
+    // option's "-" leaves empty.
+    const std::size_t runEnd = isOption ? start : end;
+    if (end < length_ && text_[end] == '[') {
+      std::size_t k = end + 1;
+      while (k < length_ && IsAsciiDigit(text_[k])) ++k;
+      if (k > end + 1 && k < length_ && text_[k] == ']') end = k + 1;
+    }
+    if (state_ != ScanState::kNormal) {
+      Mark(start, end, TokenClass::kPortName);
+      if (state_ == ScanState::kAfterPortsCall) state_ = ScanState::kNormal;
+      return end;
+    }
+    Mark(start, end, ClassifyWord(start, runEnd, end));
+    return end;
+  }
+
+  // Listed words first, in the order of the lists, then I/O standards, then
+  // package pins.
+  TokenClass ClassifyWord(std::size_t start, std::size_t runEnd, std::size_t end) const {
+    const TokenClass listed = ClassifyListedWord(sets_, text_ + start, end - start);
+    if (listed != TokenClass::kPlain) return listed;
+    if (IsIoStandard(text_ + start, runEnd - start, end - start)) return TokenClass::kIoStandard;
+    if (IsPinName(text_, length_, start, end)) return TokenClass::kPinName;
+    return TokenClass::kPlain;
+  }
+
+  void Mark(std::size_t begin, std::size_t end, TokenClass tokenClass) {
+    if (tokenClass == TokenClass::kPlain) return;
+    std::memset(out_ + begin, static_cast<unsigned char>(tokenClass), end - begin);
+  }
+
+  const unsigned char* text_;
+  std::size_t length_;
+  unsigned char* out_;
+  const WordSets& sets_;
+  ScanState state_ = ScanState::kNormal;
+};
 
 }  // namespace
 
 void ClassifyConstraintText(const char* text, std::size_t length, unsigned char* out) {
   if (length == 0) return;
   std::memset(out, static_cast<unsigned char>(TokenClass::kPlain), length);
-  const WordSets& sets = GetWordSets();
-  const auto* bytes = reinterpret_cast<const unsigned char*>(text);
-  ScanState state = ScanState::kNormal;
-  std::size_t i = 0;
-  while (i < length) {
-    const unsigned char c = bytes[i];
-    if (c >= 0x80) {
-      // A lead byte and its UTF-8 continuation bytes stay plain.
-      ++i;
-      while (i < length && (bytes[i] & 0xC0) == 0x80) ++i;
-      continue;
-    }
-    switch (c) {
-      case '#': {
-        const void* lineFeed = std::memchr(bytes + i, '\n', length - i);
-        const std::size_t end = lineFeed != nullptr
-                                    ? static_cast<std::size_t>(static_cast<const unsigned char*>(lineFeed) - bytes)
-                                    : length;
-        Mark(out, i, end, TokenClass::kComment);
-        i = end;
-        continue;
-      }
-      case '"': {
-        const std::size_t end = EndOfString(bytes, length, i);
-        Mark(out, i, end, TokenClass::kString);
-        i = end;
-        continue;
-      }
-      case '{':
-        out[i] = static_cast<unsigned char>(TokenClass::kBrace);
-        if (state == ScanState::kNormal && FollowsGetPorts(bytes, i)) state = ScanState::kInPortBraces;
-        ++i;
-        continue;
-      case '}':
-        out[i] = static_cast<unsigned char>(TokenClass::kBrace);
-        if (state == ScanState::kInPortBraces) state = ScanState::kNormal;
-        ++i;
-        continue;
-      case '[': {
-        const std::size_t end = EndOfPortsCall(bytes, length, i);
-        if (end == 0) {
-          ++i;
-          continue;
-        }
-        Mark(out, end - kGetPorts.size(), end, TokenClass::kKeyword);
-        state = ScanState::kAfterPortsCall;
-        i = end;
-        continue;
-      }
-      case ']':
-        if (state == ScanState::kAfterPortsCall) state = ScanState::kNormal;
-        ++i;
-        continue;
-      default:
-        break;
-    }
-    if (IsAsciiDigit(c)) {
-      // Numbers such as "100", "3.3" and "10.000" stay plain.
-      ++i;
-      while (i < length && (IsAsciiDigit(bytes[i]) || bytes[i] == '.')) ++i;
-      continue;
-    }
-    const bool isOption = c == '-' && i + 1 < length && IsWordStartByte(bytes[i + 1]);
-    if (!IsWordStartByte(c) && !isOption) {
-      ++i;
-      continue;
-    }
-    const std::size_t start = i;
-    std::size_t end = i + 1;
-    while (end < length && IsWordByte(bytes[end])) ++end;
-    // The run of letters, digits and "_" from the word's first byte: empty
-    // for an option, which starts with "-".
-    const std::size_t runEnd = isOption ? start : end;
-    if (end < length && bytes[end] == '[') {
-      // A bit select such as "led[3]" belongs to the word.
-      std::size_t k = end + 1;
-      while (k < length && IsAsciiDigit(bytes[k])) ++k;
-      if (k > end + 1 && k < length && bytes[k] == ']') end = k + 1;
-    }
-    i = end;
-    if (state != ScanState::kNormal) {
-      Mark(out, start, end, TokenClass::kPortName);
-      if (state == ScanState::kAfterPortsCall) state = ScanState::kNormal;
-      continue;
-    }
-    TokenClass wordClass = ClassifyListedWord(sets, bytes + start, end - start);
-    if (wordClass == TokenClass::kPlain) {
-      if (IsIoStandard(bytes + start, runEnd - start, end - start)) {
-        wordClass = TokenClass::kIoStandard;
-      } else if (IsPinName(bytes, length, start, end)) {
-        wordClass = TokenClass::kPinName;
-      }
-    }
-    if (wordClass != TokenClass::kPlain) Mark(out, start, end, wordClass);
-  }
+  ConstraintScanner(reinterpret_cast<const unsigned char*>(text), length, out).Run();
 }
 
 }  // namespace quill
