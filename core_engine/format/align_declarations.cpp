@@ -13,14 +13,14 @@ namespace {
 
 constexpr std::string_view kTrailingBlanks = " \t\n\r";
 
-// One declaration line of a group, dissected into its cells.
+// One declaration line dissected into its cells, as views into the line.
 struct DeclRecord {
-  std::string type;
-  std::string signedness;
-  std::string range;
-  std::string name;
-  std::string array;
-  std::string comment;
+  std::string_view type;
+  std::string_view signedness;
+  std::string_view range;
+  std::string_view name;
+  std::string_view array;
+  std::string_view comment;
 };
 
 struct DeclColumns {
@@ -36,13 +36,13 @@ struct DeclColumns {
 
 // A one-name wire, reg or logic declaration; a line with a comma anywhere,
 // comment included, is never one.
-std::optional<DeclRecord> ReadDeclaration(const std::string& line) {
-  if (line.find(',') != std::string::npos) return std::nullopt;
+std::optional<DeclRecord> ReadDeclaration(std::string_view line) {
+  if (line.find(',') != std::string_view::npos) return std::nullopt;
   std::optional<LineGroups> groups = ScanNetDecl(line);
   if (!groups) return std::nullopt;
   DeclRecord record;
   record.type = groups->group[1];
-  record.signedness = Trim(groups->group[2]);
+  record.signedness = TrimmedView(groups->group[2]);
   record.range = groups->group[3];
   record.name = groups->group[4];
   record.array = groups->group[5];
@@ -50,25 +50,20 @@ std::optional<DeclRecord> ReadDeclaration(const std::string& line) {
   return record;
 }
 
-DeclColumns MeasureGroup(const std::vector<DeclRecord>& records, std::size_t first, std::size_t count) {
-  DeclColumns columns;
-  for (std::size_t i = first; i < first + count; ++i) {
-    const DeclRecord& record = records[i];
-    columns.typeWidth = std::max(columns.typeWidth, record.type.size());
-    columns.nameWidth = std::max(columns.nameWidth, record.name.size());
-    columns.hasSigned = columns.hasSigned || !record.signedness.empty();
-    columns.signedWidth = std::max(columns.signedWidth, record.signedness.size());
-    columns.hasRange = columns.hasRange || !record.range.empty();
-    columns.rangeWidth = std::max(columns.rangeWidth, record.range.size());
-    columns.hasArray = columns.hasArray || !record.array.empty();
-    columns.arrayWidth = std::max(columns.arrayWidth, record.array.size());
-  }
-  return columns;
+void Widen(DeclColumns* columns, const DeclRecord& record) {
+  columns->typeWidth = std::max(columns->typeWidth, record.type.size());
+  columns->nameWidth = std::max(columns->nameWidth, record.name.size());
+  columns->hasSigned = columns->hasSigned || !record.signedness.empty();
+  columns->signedWidth = std::max(columns->signedWidth, record.signedness.size());
+  columns->hasRange = columns->hasRange || !record.range.empty();
+  columns->rangeWidth = std::max(columns->rangeWidth, record.range.size());
+  columns->hasArray = columns->hasArray || !record.array.empty();
+  columns->arrayWidth = std::max(columns->arrayWidth, record.array.size());
 }
 
 std::string RebuildDeclaration(const DeclRecord& record, const DeclColumns& columns) {
   std::string line = PadRight(record.type, columns.typeWidth);
-  auto addCell = [&line](const std::string& cell, std::size_t width) {
+  auto addCell = [&line](std::string_view cell, std::size_t width) {
     line += ' ';
     line += PadRight(cell, width);
   };
@@ -90,21 +85,17 @@ std::string RebuildDeclaration(const DeclRecord& record, const DeclColumns& colu
 std::string AlignDeclarations(std::string_view text) {
   TextLines lines = SplitLines(text);
   std::vector<std::size_t> candidates;
-  std::vector<DeclRecord> records;
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (std::optional<DeclRecord> record = ReadDeclaration(lines[i])) {
-      candidates.push_back(i);
-      records.push_back(std::move(*record));
-    }
+    if (ReadDeclaration(lines[i])) candidates.push_back(i);
   }
   if (candidates.empty()) return std::string(text);
 
-  // Groups cut the candidates in order, so their records follow one another.
-  std::size_t first = 0;
+  // Each line of a group is read again for its widths and for its rewrite,
+  // so no record outlives its line.
   for (const std::vector<std::size_t>& group : GroupLines(lines, candidates)) {
-    const DeclColumns columns = MeasureGroup(records, first, group.size());
-    for (std::size_t k = 0; k < group.size(); ++k) lines[group[k]] = RebuildDeclaration(records[first + k], columns);
-    first += group.size();
+    DeclColumns columns;
+    for (std::size_t i : group) Widen(&columns, *ReadDeclaration(lines[i]));
+    for (std::size_t i : group) lines[i] = RebuildDeclaration(*ReadDeclaration(lines[i]), columns);
   }
   return JoinLines(lines, "\n");
 }

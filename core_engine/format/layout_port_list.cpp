@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <vector>
 
 #include "common/pattern.h"
 #include "common/text_utils.h"
@@ -17,18 +16,19 @@ constexpr std::size_t kNone = std::string_view::npos;
 constexpr std::string_view kIndent = "    ";
 constexpr std::string_view kTrailingBlanks = " \t\n\r";
 
-// One line of the port list: the groups of a port declaration, or the raw
-// line when it is something else (a comment, a blank line, another style).
+// One line of the port list as views into it: the groups of a port
+// declaration, or the raw line when it is something else (a comment, a blank
+// line, a port written in another style).
 struct PortEntry {
-  std::string direction;
-  std::string netType;
-  std::string signedKw;
-  std::string range;
-  std::string name;
-  std::string arrayDim;
-  std::string comma;
-  std::string comment;
-  std::string rawLine;
+  std::string_view direction;
+  std::string_view netType;
+  std::string_view signedKw;
+  std::string_view range;
+  std::string_view name;
+  std::string_view arrayDim;
+  std::string_view comma;
+  std::string_view comment;
+  std::string_view rawLine;
 };
 
 struct PortColumns {
@@ -44,7 +44,7 @@ struct PortColumns {
   std::size_t arrayWidth = 0;
 };
 
-PortEntry MakePortEntry(const std::string& line) {
+PortEntry MakePortEntry(std::string_view line) {
   PortEntry entry;
   std::optional<LineGroups> groups = ScanPortDecl(line);
   if (!groups) {
@@ -66,38 +66,34 @@ bool IsPort(const PortEntry& entry) {
   return !entry.direction.empty();
 }
 
-void Widen(std::size_t* width, const std::string& cell) {
+void Widen(std::size_t* width, std::string_view cell) {
   *width = std::max(*width, cell.size());
 }
 
 // A column counts as present when at least one port has a value in it.
-void Widen(bool* present, std::size_t* width, const std::string& cell) {
+void Widen(bool* present, std::size_t* width, std::string_view cell) {
   if (!cell.empty()) *present = true;
   Widen(width, cell);
 }
 
-PortColumns MeasurePorts(const std::vector<PortEntry>& entries) {
-  PortColumns columns;
-  for (const PortEntry& entry : entries) {
-    if (!IsPort(entry)) continue;
-    Widen(&columns.dirWidth, entry.direction);
-    Widen(&columns.nameWidth, entry.name);
-    Widen(&columns.hasType, &columns.typeWidth, entry.netType);
-    Widen(&columns.hasSigned, &columns.signedWidth, entry.signedKw);
-    Widen(&columns.hasRange, &columns.rangeWidth, entry.range);
-    Widen(&columns.hasArray, &columns.arrayWidth, entry.arrayDim);
-  }
-  return columns;
+void Widen(PortColumns* columns, const PortEntry& entry) {
+  if (!IsPort(entry)) return;
+  Widen(&columns->dirWidth, entry.direction);
+  Widen(&columns->nameWidth, entry.name);
+  Widen(&columns->hasType, &columns->typeWidth, entry.netType);
+  Widen(&columns->hasSigned, &columns->signedWidth, entry.signedKw);
+  Widen(&columns->hasRange, &columns->rangeWidth, entry.range);
+  Widen(&columns->hasArray, &columns->arrayWidth, entry.arrayDim);
 }
 
 std::string RebuildEntry(const PortEntry& entry, const PortColumns& columns) {
   if (!IsPort(entry)) {
-    std::string rest = TrimLeft(entry.rawLine);
+    const std::string rest = TrimLeft(entry.rawLine);
     return rest.empty() ? rest : std::string(kIndent) + rest;
   }
   std::string line(kIndent);
   line += PadRight(entry.direction, columns.dirWidth);
-  auto addCell = [&line](const std::string& cell, std::size_t width) {
+  auto addCell = [&line](std::string_view cell, std::size_t width) {
     line += ' ';
     line += PadRight(cell, width);
   };
@@ -189,11 +185,10 @@ std::string LayoutPortList(std::string_view text) {
   const std::size_t closeLine = firstPortLine - 1 + CountLineFeeds(rest, open, close);
   if (firstPortLine >= closeLine) return std::string(text);
 
-  std::vector<PortEntry> entries;
-  entries.reserve(closeLine - firstPortLine);
-  for (std::size_t i = firstPortLine; i < closeLine; ++i) entries.push_back(MakePortEntry(lines[i]));
-  const PortColumns columns = MeasurePorts(entries);
-  for (std::size_t i = 0; i < entries.size(); ++i) lines[firstPortLine + i] = RebuildEntry(entries[i], columns);
+  // Each line is read again for its rewrite, so no entry outlives its line.
+  PortColumns columns;
+  for (std::size_t i = firstPortLine; i < closeLine; ++i) Widen(&columns, MakePortEntry(lines[i]));
+  for (std::size_t i = firstPortLine; i < closeLine; ++i) lines[i] = RebuildEntry(MakePortEntry(lines[i]), columns);
 
   static const Pattern kCloseLinePattern(R"(^\s*\))", CaseMode::kSensitive, LimitPolicy::kNoMatch);
   Match leading;
