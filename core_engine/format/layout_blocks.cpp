@@ -26,20 +26,29 @@ struct Indent {
   std::string_view text;
 };
 
-// Spans of the always and generate blocks that end after their start line,
-// by ascending start. Every block line is looked at, also inside a generate
-// block, so nested blocks get spans of their own.
-std::vector<BlockSpan> FindBlockSpans(const TextLines& lines, const BlockLineIndex& index) {
+enum class BlockKind { kAlways, kGenerate };
+
+// Lines that start an always or a generate block. Every line is looked at,
+// also inside a generate block, so nested blocks get spans of their own.
+std::vector<std::pair<int, BlockKind>> FindBlockStarts(const TextLines& lines) {
   const PatternTable& p = Patterns();
-  std::vector<BlockSpan> spans;
+  std::vector<std::pair<int, BlockKind>> starts;
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    const int start = static_cast<int>(i);
-    int end = start;
     if (p.kAlwaysPattern.Search(lines[i])) {
-      end = index.FindAlwaysEnd(start);
+      starts.emplace_back(static_cast<int>(i), BlockKind::kAlways);
     } else if (p.kGeneratePattern.Search(lines[i])) {
-      end = index.FindGenerateEnd(start);
+      starts.emplace_back(static_cast<int>(i), BlockKind::kGenerate);
     }
+  }
+  return starts;
+}
+
+// Spans of the blocks that end after their start line, by ascending start.
+std::vector<BlockSpan> FindBlockSpans(const std::vector<std::pair<int, BlockKind>>& starts,
+                                      const BlockLineIndex& index) {
+  std::vector<BlockSpan> spans;
+  for (const auto& [start, kind] : starts) {
+    const int end = kind == BlockKind::kAlways ? index.FindAlwaysEnd(start) : index.FindGenerateEnd(start);
     if (end > start) spans.push_back(BlockSpan{start, end});
   }
   return spans;
@@ -63,22 +72,16 @@ std::vector<int> FindDecidingSpans(std::size_t lineCount, const std::vector<Bloc
   return deciding;
 }
 
-bool MayStartBlock(const std::string& line) {
-  const PatternTable& p = Patterns();
-  return p.kAlwaysPattern.Search(line) || p.kGeneratePattern.Search(line);
-}
-
 // The indentation of every line inside an always or generate block; empty
 // when the text has none.
 std::vector<Indent> PlanIndents(const TextLines& lines) {
   std::vector<Indent> indents;
   if (lines.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) return indents;
-  bool anyStart = false;
-  for (const std::string& line : lines) anyStart = anyStart || MayStartBlock(line);
-  if (!anyStart) return indents;
+  const std::vector<std::pair<int, BlockKind>> starts = FindBlockStarts(lines);
+  if (starts.empty()) return indents;
 
   const BlockLineIndex index(lines);
-  const std::vector<BlockSpan> spans = FindBlockSpans(lines, index);
+  const std::vector<BlockSpan> spans = FindBlockSpans(starts, index);
   if (spans.empty()) return indents;
   const std::vector<int> deciding = FindDecidingSpans(lines.size(), spans);
   indents.resize(lines.size());
@@ -121,16 +124,23 @@ std::string LayoutBlocks(std::string_view text) {
     toColumnZero[i] = p.kAssignPattern.Search(lines[i]) || p.kEndgeneratePattern.Search(lines[i]);
   }
 
+  auto laidOutSize = [&](bool indent) {
+    std::uint64_t size = lines.size();
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      const OutputLine out = LayOut(lines[i], indent ? &indents[i] : nullptr, toColumnZero[i]);
+      size += out.spaces + out.text.size();
+    }
+    return size;
+  };
   bool indent = !indents.empty();
-  std::uint64_t size = lines.size();
-  for (std::size_t i = 0; i < lines.size(); ++i) {
-    const OutputLine out = LayOut(lines[i], indent ? &indents[i] : nullptr, toColumnZero[i]);
-    size += out.spaces + out.text.size();
+  std::uint64_t size = laidOutSize(indent);
+  if (indent && size > kFixedGrowth + kGrowthFactor * text.size()) {
+    indent = false;
+    size = laidOutSize(false);
   }
-  if (indent && size > kFixedGrowth + kGrowthFactor * text.size()) indent = false;
 
   std::string result;
-  if (indent) result.reserve(static_cast<std::size_t>(size));
+  result.reserve(static_cast<std::size_t>(size));
   for (std::size_t i = 0; i < lines.size(); ++i) {
     const OutputLine out = LayOut(lines[i], indent ? &indents[i] : nullptr, toColumnZero[i]);
     if (i > 0) result.push_back('\n');
