@@ -125,12 +125,7 @@ std::string Layout(std::string_view text) {
 }  // namespace reference
 
 std::string Lines(std::initializer_list<std::string_view> lines) {
-  std::string text;
-  for (std::string_view line : lines) {
-    if (!text.empty() || line.data() != lines.begin()->data()) text.push_back('\n');
-    text.append(line);
-  }
-  return text;
+  return JoinLines(TextLines(lines.begin(), lines.end()), "\n");
 }
 
 std::string Repeat(std::string_view piece, std::size_t times) {
