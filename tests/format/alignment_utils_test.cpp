@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -266,6 +269,29 @@ TEST(LineScannerTest, AgreeWithPatternTableOnWrittenLines) {
   for (const ScannerCase& scannerCase : ScannerCases()) {
     for (const std::string& line : lines) ExpectSameAsPattern(scannerCase, line);
   }
+}
+
+// Every line of the real-world sources, with its CR kept, as SplitLines
+// leaves it.
+TEST(LineScannerTest, AgreeWithPatternTableOnCorpusLines) {
+  const std::filesystem::path root(QUILL_CORPUS_DIR);
+  std::error_code error;
+  if (!std::filesystem::is_directory(root, error)) GTEST_SKIP() << "no corpus at " << root;
+  const std::vector<ScannerCase> cases = ScannerCases();
+  int files = 0;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(root, error)) {
+    const std::string extension = entry.path().extension().string();
+    if (!entry.is_regular_file() || (extension != ".v" && extension != ".sv" && extension != ".vh")) continue;
+    std::ifstream in(entry.path(), std::ios::binary);
+    std::ostringstream content;
+    content << in.rdbuf();
+    for (const std::string& line : SplitLines(content.str())) {
+      for (const ScannerCase& scannerCase : cases) ExpectSameAsPattern(scannerCase, line);
+      if (testing::Test::HasFatalFailure()) return;
+    }
+    ++files;
+  }
+  if (files == 0) GTEST_SKIP() << "no Verilog sources in " << root;
 }
 
 // Lines on which a backtracking matcher needs time quadratic in their length.
