@@ -164,9 +164,14 @@ std::string LayoutPortList(std::string_view text) {
   }
   if (pos == kNone) return std::string(text);
 
-  // The header line starts the rest, so the match end is also its offset there.
-  const std::string rest =
-      JoinLines(TextLines(lines.begin() + static_cast<std::ptrdiff_t>(headerLine), lines.end()), "\n");
+  // The rest of the text from the header line on; the header match ends at
+  // the same offset in it as in the header line.
+  std::size_t restStart = 0;
+  for (std::size_t i = 0; i < headerLine; ++i) restStart += lines[i].size() + 1;
+  const std::string joined = JoinLines(lines, "\n");
+  const std::string_view rest = std::string_view(joined).substr(restStart);
+
+  // A "#(" parameter list after the name is skipped when it balances.
   std::size_t next = pos;
   while (next < rest.size() && IsBlank(rest[next])) ++next;
   if (next < rest.size() && rest[next] == '#') {
@@ -190,6 +195,7 @@ std::string LayoutPortList(std::string_view text) {
   for (std::size_t i = firstPortLine; i < closeLine; ++i) Widen(&columns, MakePortEntry(lines[i]));
   for (std::size_t i = firstPortLine; i < closeLine; ++i) lines[i] = RebuildEntry(MakePortEntry(lines[i]), columns);
 
+  // The line of the closing ")" loses the blanks in front of it.
   static const Pattern kCloseLinePattern(R"(^\s*\))", CaseMode::kSensitive, LimitPolicy::kNoMatch);
   Match leading;
   std::string& closing = lines[closeLine];

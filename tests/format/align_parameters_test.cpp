@@ -142,6 +142,19 @@ const ParamCase kParamCases[] = {
      "  #(parameter A = 1,\n"
      "    parameter BB = 2\n"
      "  ) u (.x(y));"},
+    {"ListClosedByPortListOpenerStaysOpen",
+     "fifo #(\n"
+     "  parameter A = 1\n"
+     ") (\n"
+     "parameter B = 2\n"
+     ");\n"
+     "parameter C = 3",
+     "fifo #(\n"
+     "    parameter A = 1\n"
+     ") (\n"
+     "    parameter B = 2\n"
+     ");\n"
+     "parameter C = 3"},
     {"NegativeDepthKeepsListOpen",
      "x #(\n"
      "))\n"
