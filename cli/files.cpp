@@ -59,12 +59,11 @@ std::vector<InputFile> WalkFolder(const std::string& argument, const ExtensionLi
   fs::recursive_directory_iterator it(argument, fs::directory_options::skip_permission_denied, error);
   for (; !error && it != fs::recursive_directory_iterator(); it.increment(error)) {
     const fs::directory_entry& entry = *it;
+    std::error_code typeError;
     if (IsHidden(entry.path())) {
-      if (entry.is_directory(error)) it.disable_recursion_pending();
-      error.clear();
+      if (entry.is_directory(typeError)) it.disable_recursion_pending();
       continue;
     }
-    std::error_code typeError;
     if (entry.is_regular_file(typeError) && HasExtension(entry.path(), extensions)) {
       found.push_back(entry.path().string());
     }

@@ -18,9 +18,21 @@
 namespace {
 
 using quill::cli::ColorMode;
+using quill::cli::DefaultJobs;
+using quill::cli::EngineVersion;
+using quill::cli::ErrorLine;
 using quill::cli::FormatMode;
+using quill::cli::FormatOptions;
 using quill::cli::HighlightFormat;
+using quill::cli::HighlightOptions;
+using quill::cli::InputOptions;
+using quill::cli::kExitClean;
+using quill::cli::kExitError;
 using quill::cli::LintFormat;
+using quill::cli::LintOptions;
+using quill::cli::RunFormat;
+using quill::cli::RunHighlight;
+using quill::cli::RunLint;
 using quill::cli::Severity;
 
 constexpr const char* kExitCodes =
@@ -31,9 +43,15 @@ constexpr const char* kExitCodes =
     "  3  content guard: formatting would lose text (no file is written; --force overrides)\n"
     "When several apply, 2 wins over 3, and 3 over 1.";
 
+const std::vector<std::pair<std::string, ColorMode>> kColorChoices = {
+    {"auto", ColorMode::kAuto}, {"always", ColorMode::kAlways}, {"never", ColorMode::kNever}};
+constexpr const char* kColorHelp =
+    "Colour the text output: auto (default: on a terminal unless NO_COLOR is set), always, never";
+
 // Paths, standard input name and worker count, the same for every command.
-void AddInputOptions(CLI::App* command, quill::cli::InputOptions* input, const std::string& what) {
-  command->add_option("paths", input->paths, "Files, folders (walked for " + what + " files) or - for standard input")
+void AddInputOptions(CLI::App* command, InputOptions* input, const std::string& extensions) {
+  input->jobs = DefaultJobs();
+  command->add_option("paths", input->paths, "Files, folders (walked for " + extensions + " files) or - for stdin")
       ->required()
       ->type_name("FILE|DIR|-");
   command->add_option("--stdin-name", input->stdinName, "Name shown for standard input in messages and reports")
@@ -46,109 +64,115 @@ void AddInputOptions(CLI::App* command, quill::cli::InputOptions* input, const s
 
 // An option taking one of a few words, shown as "word|word|word".
 template <typename Enum>
-CLI::Option* AddChoice(CLI::App* command, const std::string& name, Enum* value,
-                       const std::vector<std::pair<std::string, Enum>>& choices, const std::string& help) {
+void AddChoice(CLI::App* command, const std::string& name, Enum* value,
+               const std::vector<std::pair<std::string, Enum>>& choices, const std::string& help) {
   std::string words;
   for (const auto& choice : choices) words += (words.empty() ? "" : "|") + choice.first;
-  return command
-      ->add_option_function<std::string>(
-          name,
-          [value, choices](const std::string& word) {
-            for (const auto& choice : choices) {
-              if (choice.first == word) *value = choice.second;
-            }
-          },
-          help)
-      ->check(CLI::Validator(
-          [choices, words](std::string& word) {
-            for (const auto& choice : choices) {
-              if (choice.first == word) return std::string();
-            }
-            return "'" + word + "' is not one of " + words;
-          },
-          ""))
-      ->type_name(words);
+  auto store = [value, choices](const std::string& word) {
+    for (const auto& choice : choices) {
+      if (choice.first == word) *value = choice.second;
+    }
+  };
+  auto validate = [choices, words](std::string& word) {
+    for (const auto& choice : choices) {
+      if (choice.first == word) return std::string();
+    }
+    return "'" + word + "' is not one of " + words;
+  };
+  command->add_option_function<std::string>(name, store, help)->check(CLI::Validator(validate, ""))->type_name(words);
+}
+
+// The mode flags of format, which exclude each other.
+struct FormatFlags {
+  bool inPlace = false;
+  bool check = false;
+  bool diff = false;
+
+  FormatMode Mode() const {
+    if (inPlace) return FormatMode::kInPlace;
+    if (check) return FormatMode::kCheck;
+    if (diff) return FormatMode::kDiff;
+    return FormatMode::kPrint;
+  }
+};
+
+CLI::App* AddFormatCommand(CLI::App* app, FormatOptions* options, FormatFlags* flags) {
+  CLI::App* command =
+      app->add_subcommand("format", "Format Verilog files: print the result, check, diff, or rewrite them in place");
+  AddInputOptions(command, &options->input, ".v .sv .vh .svh");
+  CLI::Option* inPlace = command->add_flag("-i,--in-place", flags->inPlace, "Rewrite the files that would change");
+  CLI::Option* check =
+      command->add_flag("--check", flags->check, "Write nothing; list the files that would change and exit 1 if any");
+  CLI::Option* diff = command->add_flag(
+      "--diff", flags->diff, "Write nothing; print a unified diff of each change and exit 1 if any file would change");
+  inPlace->excludes(check)->excludes(diff);
+  check->excludes(diff);
+  command->add_flag("--force", options->force,
+                    "Print or write formatted text even where it would lose text of the input");
+  return command;
+}
+
+CLI::App* AddLintCommand(CLI::App* app, LintOptions* options) {
+  CLI::App* command = app->add_subcommand("lint", "Lint Verilog files");
+  AddInputOptions(command, &options->input, ".v .sv .vh .svh");
+  AddChoice(command, "--format", &options->format,
+            {{"text", LintFormat::kText}, {"json", LintFormat::kJson}, {"sarif", LintFormat::kSarif}},
+            "text (default): path:LINE:1: severity: message [check], one-based lines\n"
+            "json: the engine's array for each file, one per line, zero-based lines\n"
+            "sarif: one SARIF 2.1.0 log, one-based lines");
+  auto wholeNumber = [](std::string& word) {
+    const bool digits = !word.empty() && word.find_first_not_of("0123456789") == std::string::npos;
+    return digits ? std::string() : "'" + word + "' is not a whole number of 0 or more";
+  };
+  command->add_option("--max-findings", options->maxFindings, "Print at most N findings in the whole run")
+      ->type_name("N")
+      ->check(CLI::Validator(wholeNumber, ""));
+  AddChoice(command, "--error-on", &options->errorOn, {{"warning", Severity::kWarning}, {"error", Severity::kError}},
+            "Lowest severity that makes the exit code 1 (default: warning)");
+  AddChoice(command, "--color", &options->color, kColorChoices, kColorHelp);
+  return command;
+}
+
+CLI::App* AddHighlightCommand(CLI::App* app, HighlightOptions* options) {
+  CLI::App* command = app->add_subcommand("highlight", "Show constraint and Tcl files with syntax colours");
+  AddInputOptions(command, &options->input, ".xdc .sdc .tcl .qsf .cst .pcf .lpf .ucf");
+  AddChoice(command, "--format", &options->format, {{"text", HighlightFormat::kText}, {"json", HighlightFormat::kJson}},
+            "text (default): the file with one ANSI colour per token class\n"
+            "json: one line per file: {\"file\",\"runs\":[{\"offset\",\"length\",\"class\"},...]}");
+  AddChoice(command, "--color", &options->color, kColorChoices, kColorHelp);
+  return command;
 }
 
 std::string UsageFailure(const CLI::App*, const CLI::Error& error) {
-  return quill::cli::ErrorLine(std::string(error.what()) + " (see quill --help)");
+  return ErrorLine(std::string(error.what()) + " (see quill --help)");
 }
 
-int CheckStandardInput(const quill::cli::InputOptions& input, bool inPlace) {
+// "-" at most once, and never to be written in place.
+bool CheckStandardInput(const InputOptions& input, bool inPlace) {
   const auto dashes = std::count(input.paths.begin(), input.paths.end(), "-");
-  if (dashes > 1) {
-    std::fputs(quill::cli::ErrorLine("standard input (-) may be given only once").c_str(), stderr);
-    return quill::cli::kExitError;
-  }
-  if (dashes == 1 && inPlace) {
-    std::fputs(quill::cli::ErrorLine("--in-place cannot write standard input (-)").c_str(), stderr);
-    return quill::cli::kExitError;
-  }
-  return quill::cli::kExitClean;
+  const char* problem = dashes > 1               ? "standard input (-) may be given only once"
+                        : dashes == 1 && inPlace ? "--in-place cannot write standard input (-)"
+                                                 : nullptr;
+  if (problem != nullptr) std::fputs(ErrorLine(problem).c_str(), stderr);
+  return problem == nullptr;
 }
 
 int Run(int argc, char** argv) {
-  const std::string version = quill::cli::EngineVersion();
+  const std::string version = EngineVersion();
   CLI::App app{"quill: Verilog formatter and linter, constraint and Tcl highlighter", "quill"};
   app.footer(kExitCodes);
   app.require_subcommand(1, 1);
   app.failure_message(UsageFailure);
   app.set_version_flag("--version", version, "Print the engine version and exit");
 
-  const unsigned jobs = quill::cli::DefaultJobs();
-
-  quill::cli::FormatOptions format;
-  format.input.jobs = jobs;
-  CLI::App* formatCommand =
-      app.add_subcommand("format", "Format Verilog files: print the result, check, diff, or rewrite them in place");
-  AddInputOptions(formatCommand, &format.input, ".v .sv .vh .svh");
-  bool inPlace = false, check = false, diff = false;
-  CLI::Option* inPlaceFlag = formatCommand->add_flag("-i,--in-place", inPlace, "Rewrite the files that would change");
-  CLI::Option* checkFlag =
-      formatCommand->add_flag("--check", check, "Write nothing; list the files that would change and exit 1 if any");
-  CLI::Option* diffFlag = formatCommand->add_flag(
-      "--diff", diff, "Write nothing; print a unified diff of each change and exit 1 if any file would change");
-  inPlaceFlag->excludes(checkFlag)->excludes(diffFlag);
-  checkFlag->excludes(diffFlag);
-  formatCommand->add_flag("--force", format.force,
-                          "Print or write formatted text even where it would lose text of the input");
-
-  quill::cli::LintOptions lint;
-  lint.input.jobs = jobs;
-  CLI::App* lintCommand = app.add_subcommand("lint", "Lint Verilog files");
-  AddInputOptions(lintCommand, &lint.input, ".v .sv .vh .svh");
-  AddChoice(lintCommand, "--format", &lint.format,
-            {{"text", LintFormat::kText}, {"json", LintFormat::kJson}, {"sarif", LintFormat::kSarif}},
-            "text (default): path:LINE:1: severity: message [check], one-based lines\n"
-            "json: the engine's array for each file, one per line, zero-based lines\n"
-            "sarif: one SARIF 2.1.0 log, one-based lines");
-  lintCommand->add_option("--max-findings", lint.maxFindings, "Print at most N findings in the whole run")
-      ->type_name("N")
-      ->check(CLI::Validator(
-          [](std::string& word) {
-            const bool digits = !word.empty() && word.find_first_not_of("0123456789") == std::string::npos;
-            return digits ? std::string() : "'" + word + "' is not a whole number of 0 or more";
-          },
-          ""));
-  AddChoice(lintCommand, "--error-on", &lint.errorOn, {{"warning", Severity::kWarning}, {"error", Severity::kError}},
-            "Lowest severity that makes the exit code 1 (default: warning)");
-  AddChoice(lintCommand, "--color", &lint.color,
-            {{"auto", ColorMode::kAuto}, {"always", ColorMode::kAlways}, {"never", ColorMode::kNever}},
-            "Colour the text output: auto (default: on a terminal unless NO_COLOR is set), always, never");
-
-  quill::cli::HighlightOptions highlight;
-  highlight.input.jobs = jobs;
-  CLI::App* highlightCommand = app.add_subcommand("highlight", "Show constraint and Tcl files with syntax colours");
-  AddInputOptions(highlightCommand, &highlight.input, ".xdc .sdc .tcl .qsf .cst .pcf .lpf .ucf");
-  AddChoice(highlightCommand, "--format", &highlight.format,
-            {{"text", HighlightFormat::kText}, {"json", HighlightFormat::kJson}},
-            "text (default): the file with one ANSI colour per token class\n"
-            "json: one line per file: {\"file\",\"runs\":[{\"offset\",\"length\",\"class\"},...]}");
-  AddChoice(highlightCommand, "--color", &highlight.color,
-            {{"auto", ColorMode::kAuto}, {"always", ColorMode::kAlways}, {"never", ColorMode::kNever}},
-            "Colour the text output: auto (default: on a terminal unless NO_COLOR is set), always, never");
-
-  app.add_subcommand("version", "Print the engine version");
+  FormatOptions format;
+  FormatFlags formatFlags;
+  LintOptions lint;
+  HighlightOptions highlight;
+  CLI::App* formatCommand = AddFormatCommand(&app, &format, &formatFlags);
+  CLI::App* lintCommand = AddLintCommand(&app, &lint);
+  CLI::App* highlightCommand = AddHighlightCommand(&app, &highlight);
+  CLI::App* versionCommand = app.add_subcommand("version", "Print the engine version");
 
   try {
     app.parse(argc, argv);
@@ -156,31 +180,26 @@ int Run(int argc, char** argv) {
     // The top-level help lists every command with all its options.
     if (app.get_subcommands().empty()) {
       std::cout << app.help("", CLI::AppFormatMode::All);
-      return quill::cli::kExitClean;
+      return kExitClean;
     }
     return app.exit(e);
   } catch (const CLI::ParseError& e) {
-    return app.exit(e) == 0 ? quill::cli::kExitClean : quill::cli::kExitError;
+    return app.exit(e) == 0 ? kExitClean : kExitError;
   }
 
-  if (app.got_subcommand("version")) {
+  if (versionCommand->parsed()) {
     std::cout << version << '\n';
-    return quill::cli::kExitClean;
+    return kExitClean;
   }
   if (formatCommand->parsed()) {
-    format.mode = inPlace ? FormatMode::kInPlace
-                  : check ? FormatMode::kCheck
-                  : diff  ? FormatMode::kDiff
-                          : FormatMode::kPrint;
-    if (int code = CheckStandardInput(format.input, inPlace); code != 0) return code;
-    return quill::cli::RunFormat(format);
+    format.mode = formatFlags.Mode();
+    return CheckStandardInput(format.input, formatFlags.inPlace) ? RunFormat(format) : kExitError;
   }
-  if (lintCommand->parsed()) {
-    if (int code = CheckStandardInput(lint.input, false); code != 0) return code;
-    return quill::cli::RunLint(lint);
+  if (lintCommand->parsed()) return CheckStandardInput(lint.input, false) ? RunLint(lint) : kExitError;
+  if (highlightCommand->parsed()) {
+    return CheckStandardInput(highlight.input, false) ? RunHighlight(highlight) : kExitError;
   }
-  if (int code = CheckStandardInput(highlight.input, false); code != 0) return code;
-  return quill::cli::RunHighlight(highlight);
+  return kExitError;
 }
 
 }  // namespace
@@ -188,7 +207,11 @@ int Run(int argc, char** argv) {
 int main(int argc, char** argv) {
   try {
     const int code = Run(argc, argv);
-    std::fflush(stdout);
+    std::cout.flush();
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0 || !std::cout) {
+      std::fputs(quill::cli::ErrorLine("cannot write to standard output").c_str(), stderr);
+      return quill::cli::kExitError;
+    }
     return code;
   } catch (const std::exception& e) {
     std::fflush(stdout);

@@ -11,7 +11,7 @@
 namespace quill::cli {
 namespace {
 
-TEST(RunInOrder, DeliversInIndexOrderForEveryWorkerCount) {
+TEST(ParallelRunInOrder, DeliversInIndexOrderForEveryWorkerCount) {
   for (unsigned jobs : {1u, 2u, 3u, 8u, 64u}) {
     SCOPED_TRACE(jobs);
     const std::size_t count = 200;
@@ -34,7 +34,7 @@ TEST(RunInOrder, DeliversInIndexOrderForEveryWorkerCount) {
   }
 }
 
-TEST(RunInOrder, NothingToDo) {
+TEST(ParallelRunInOrder, NothingToDo) {
   bool called = false;
   RunInOrder(
       0, RunOptions{4, false}, [&](std::size_t) { called = true; },
@@ -45,7 +45,7 @@ TEST(RunInOrder, NothingToDo) {
   EXPECT_FALSE(called);
 }
 
-TEST(RunInOrder, WorkFailureIsRethrownAtItsTurn) {
+TEST(ParallelRunInOrder, WorkFailureIsRethrownAtItsTurn) {
   std::vector<std::size_t> delivered;
   EXPECT_THROW(RunInOrder(
                    10, RunOptions{3, false},
