@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "common/pattern.h"
+#include "lint/corpus_sources.h"
 #include "lint/identifiers.h"
 #include "lint/lint_text.h"
 #include "lint/steps.h"
@@ -148,6 +149,125 @@ TEST(ExtractInstancesAgreementTest, NamedConnectionsMatchThePattern) {
     ASSERT_EQ(actual.firstUseLine, expected.firstUseLine) << testing::PrintToString(stretch);
     ASSERT_EQ(actual.usedIdentifiers, expected.usedIdentifiers) << testing::PrintToString(stretch);
   }
+}
+
+// The instance walk written plainly with the statement patterns: slow on
+// hostile text, but a direct reading of the rules.
+Extracted ExtractWithPatterns(std::string_view text) {
+  static const Pattern kNoInstancePattern(
+      R"(^\s*(module|input|output|inout|wire|reg|assign|always|initial|end|endmodule)\b)");
+  static const Pattern kOverrideHeadPattern(R"(^(\w+)\s+#\s*\()");
+  static const Pattern kNameAfterOverridePattern(R"(\s*(\w+)\s*\()");
+  static const Pattern kInstanceHeadPattern(R"(^(\w+)\s+(?:#\s*\(.*?\)\s+)?(\w+)\s*\(\s*(.*))");
+  static const Pattern kNamedConnectionPattern(R"(\.\w+\s*\(\s*([^)]+?)\s*\))");
+  const auto lineOf = [text](std::size_t pos) {
+    return static_cast<std::uint32_t>(std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(pos), '\n'));
+  };
+  std::vector<std::size_t> lineStarts = {0};
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '\n') lineStarts.push_back(i + 1);
+  }
+  ModuleModel model;
+  Extracted extracted;
+  std::size_t k = 0;
+  while (k < lineStarts.size()) {
+    const std::size_t start = lineStarts[k];
+    const std::size_t end = k + 1 < lineStarts.size() ? lineStarts[k + 1] - 1 : text.size();
+    const std::string_view line = text.substr(start, end - start);
+    if (kNoInstancePattern.Search(line)) {
+      ++k;
+      continue;
+    }
+    const std::size_t offset = std::min(line.find_first_not_of(" \t\r\n"), line.size());
+    const std::string_view trimmed = line.substr(offset);
+    std::string type;
+    std::string name;
+    std::size_t connections = std::string_view::npos;
+    Match match;
+    if (kOverrideHeadPattern.Search(trimmed, &match)) {
+      int depth = 0;
+      std::size_t i = start + offset + match.End() - 1;
+      for (; i < text.size(); ++i) {
+        if (text[i] == '(') ++depth;
+        if (text[i] == ')' && --depth == 0) break;
+      }
+      Match after;
+      if (i < text.size() && kNameAfterOverridePattern.Search(text, &after, i + 1) && after.Begin() == i + 1) {
+        type = match.Str(1);
+        name = after.Str(1);
+        connections = after.End();
+      }
+    }
+    if (connections == std::string_view::npos && kInstanceHeadPattern.Search(trimmed, &match)) {
+      type = match.Str(1);
+      name = match.Str(2);
+      connections = start + offset + match.Begin(3);
+    }
+    if (connections == std::string_view::npos || IsKeyword(type) || IsKeyword(name)) {
+      ++k;
+      continue;
+    }
+    extracted.instances.push_back({name, static_cast<std::uint32_t>(k)});
+    const std::size_t close = text.find(");", connections);
+    const std::string_view stretch =
+        text.substr(connections, (close == std::string_view::npos ? text.size() : close) - connections);
+    kNamedConnectionPattern.ForEachMatch(stretch, [&](const Match& connection) {
+      RecordUses(connection.Group(1), static_cast<std::int32_t>(lineOf(connections + connection.Begin(1))), model);
+    });
+    if (close == std::string_view::npos) break;
+    k = lineOf(close) + 1;
+  }
+  extracted.usedIdentifiers = model.usedIdentifiers;
+  extracted.firstUseLine = model.firstUseLine;
+  return extracted;
+}
+
+void ExpectSameAsPatterns(std::string_view prepared, const std::string& context) {
+  ModuleModel model;
+  ExtractInstances(prepared, model);
+  const Extracted expected = ExtractWithPatterns(prepared);
+  Instances instances;
+  for (const InstanceRecord& r : model.instances) instances.push_back({r.name, r.line});
+  ASSERT_EQ(instances, expected.instances) << context;
+  ASSERT_EQ(model.firstUseLine, expected.firstUseLine) << context;
+  ASSERT_EQ(model.usedIdentifiers, expected.usedIdentifiers) << context;
+}
+
+TEST(ExtractInstancesAgreementTest, WalkMatchesThePatternsOnRandomText) {
+  const std::vector<std::string> heads = {"m u1 (",  "  m u1(",  "m #(", "m #(.W(8)) u1 (",    ") u2 (",
+                                          "and g (", "wire w (", "m\n",  "  x_ #(a) (b) u3 (", "end e (",
+                                          "m u1\r(", ""};
+  const std::vector<std::string> pieces = {".a(b)", ".a( b )", ".a(f(x))", ".a()", ".a(",        "b",    ",", ")", ");",
+                                           "\n",    " ",       "(",        "#(",   ".a(\n c\n)", "\r\n", ".", "\t"};
+  std::mt19937 random(31);
+  std::size_t withUses = 0;
+  for (int round = 0; round < 20000; ++round) {
+    std::string text;
+    const std::size_t statements = 1 + random() % 4;
+    for (std::size_t s = 0; s < statements; ++s) {
+      text += heads[random() % heads.size()];
+      const std::size_t count = random() % 8;
+      for (std::size_t i = 0; i < count; ++i) text += pieces[random() % pieces.size()];
+      if (random() % 2 == 0) text += "\n";
+    }
+    ExpectSameAsPatterns(text, testing::PrintToString(text));
+    if (!ExtractWithPatterns(text).usedIdentifiers.empty()) ++withUses;
+  }
+  EXPECT_GT(withUses, 1000u);
+}
+
+TEST(ExtractInstancesAgreementTest, WalkMatchesThePatternsOnTheCorpus) {
+  const std::vector<CorpusSource> sources = VerilogCorpusSources();
+  if (sources.empty()) GTEST_SKIP() << "no Verilog sources in " << QUILL_CORPUS_DIR;
+  std::size_t instances = 0;
+  for (const CorpusSource& source : sources) {
+    const std::string prepared = PrepareText(source.text);
+    ExpectSameAsPatterns(prepared, source.path);
+    ModuleModel model;
+    ExtractInstances(prepared, model);
+    instances += model.instances.size();
+  }
+  EXPECT_GT(instances, 0u);
 }
 
 TEST(ExtractInstancesPathologicalTest, ManyUnclosedConnections) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "common/pattern.h"
+#include "lint/corpus_sources.h"
 #include "lint/lint_text.h"
 #include "lint/steps.h"
 
@@ -147,6 +148,15 @@ TEST(ExtractParametersAgreementTest, MatchesThePatternOnStructuredText) {
               const std::string text = k + r + t + n + e + v + " parameter Z = 2;";
               ASSERT_EQ(Extract(text), ExtractWithPattern(text)) << testing::PrintToString(text);
             }
+}
+
+TEST(ExtractParametersAgreementTest, MatchesThePatternOnTheCorpus) {
+  const std::vector<CorpusSource> sources = VerilogCorpusSources();
+  if (sources.empty()) GTEST_SKIP() << "no Verilog sources in " << QUILL_CORPUS_DIR;
+  for (const CorpusSource& source : sources) {
+    const std::string prepared = PrepareText(source.text);
+    EXPECT_EQ(Extract(prepared), ExtractWithPattern(prepared)) << source.path;
+  }
 }
 
 TEST(ExtractParametersPathologicalTest, ValueRunningAcrossTheRestOfTheFile) {

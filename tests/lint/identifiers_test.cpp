@@ -6,8 +6,10 @@
 #include <vector>
 
 #include "common/pattern.h"
+#include "lint/corpus_sources.h"
 #include "lint/identifiers.h"
 #include "lint/keyword_set.h"
+#include "lint/lint_text.h"
 
 namespace quill {
 namespace {
@@ -228,6 +230,18 @@ TEST(ExtractIdentifiersTest, AgreesWithTheIdentifierPatternOnRandomText) {
     Words expected;
     identifierPattern.ForEachMatch(text, [&expected](const Match& match) { expected.push_back(match.Str(1)); });
     ASSERT_EQ(Identifiers(text), expected) << text;
+  }
+}
+
+TEST(ExtractIdentifiersTest, AgreesWithTheIdentifierPatternOnTheCorpus) {
+  const std::vector<CorpusSource> sources = VerilogCorpusSources();
+  if (sources.empty()) GTEST_SKIP() << "no Verilog sources in " << QUILL_CORPUS_DIR;
+  const Pattern identifierPattern(R"(\b([a-zA-Z_]\w*)\b)");
+  for (const CorpusSource& source : sources) {
+    const std::string prepared = PrepareText(source.text);
+    Words expected;
+    identifierPattern.ForEachMatch(prepared, [&expected](const Match& match) { expected.push_back(match.Str(1)); });
+    EXPECT_EQ(Identifiers(prepared), expected) << source.path;
   }
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "common/pattern.h"
+#include "lint/corpus_sources.h"
 #include "lint/lint_text.h"
 
 namespace quill {
@@ -209,6 +210,18 @@ TEST(BuildModuleModelTest, WholePipelineFillsTheModel) {
   EXPECT_EQ(model.portNames, (NameSet{"clk", "q", "W"}));
   EXPECT_EQ(model.declaredNames, (NameSet{"clk", "q", "d", "W"}));
   EXPECT_EQ(model.drivenSignals, (NameSet{"d"}));
+}
+
+TEST(LintTextCorpusTest, EverySourceGivesAnArray) {
+  const std::vector<CorpusSource> sources = VerilogCorpusSources();
+  if (sources.empty()) GTEST_SKIP() << "no Verilog sources in " << QUILL_CORPUS_DIR;
+  for (const CorpusSource& source : sources) {
+    const std::string report = LintText(source.text);
+    ASSERT_FALSE(report.empty()) << source.path;
+    EXPECT_EQ(report.front(), '[') << source.path;
+    EXPECT_EQ(report.back(), ']') << source.path;
+    EXPECT_EQ(report.find("cpp-exception"), std::string::npos) << source.path;
+  }
 }
 
 // Every call from many threads at once gives what a serial run gives.
