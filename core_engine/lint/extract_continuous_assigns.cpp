@@ -11,7 +11,8 @@ namespace {
 constexpr std::size_t kNone = std::string_view::npos;
 constexpr std::string_view kAssignWord = "assign";
 
-std::string Trim(std::string_view s) {
+// Trimming here removes space, TAB and CR, never LF.
+std::string TrimSpaceTabCr(std::string_view s) {
   const std::size_t start = s.find_first_not_of(" \t\r");
   if (start == kNone) return std::string();
   const std::size_t end = s.find_last_not_of(" \t\r");
@@ -43,7 +44,7 @@ std::size_t FindAssignmentOperator(std::string_view text, std::size_t pos) {
 
 std::vector<std::string> LhsNames(std::string_view lhs) {
   std::vector<std::string> names;
-  const std::string trimmed = Trim(lhs);
+  const std::string trimmed = TrimSpaceTabCr(lhs);
   const std::string_view t = trimmed;
   if (t.empty()) return names;
   if (t[0] != '{') {
@@ -101,8 +102,8 @@ void ExtractContinuousAssigns(std::string_view text, ModuleModel& model) {
 
     ContAssign assign;
     assign.line = lines.LineAt(p);
-    assign.lhs = Trim(text.substr(pos, op - pos));
-    assign.rhs = Trim(text.substr(op + 1, semicolon - op - 1));
+    assign.lhs = TrimSpaceTabCr(text.substr(pos, op - pos));
+    assign.rhs = TrimSpaceTabCr(text.substr(op + 1, semicolon - op - 1));
     assign.lhsNames = LhsNames(assign.lhs);
     if (!assign.lhsNames.empty()) assign.target = assign.lhsNames.front();
     for (const std::string& name : assign.lhsNames) model.drivenSignals.emplace(name);

@@ -19,7 +19,7 @@ struct DeclarationPatterns {
   Pattern kDeclKeywordStartPattern{R"(^(input|output|inout|wire|reg|logic)\b)", CaseMode::kIgnoreCase};
 };
 
-const DeclarationPatterns& Patterns() {
+const DeclarationPatterns& CompiledPatterns() {
   static const DeclarationPatterns patterns;
   return patterns;
 }
@@ -94,7 +94,7 @@ SignalKind KindOf(std::string_view keyword, std::string_view type) {
 }  // namespace
 
 void ExtractDeclarations(std::string_view text, ModuleModel& model) {
-  const DeclarationPatterns& patterns = Patterns();
+  const DeclarationPatterns& patterns = CompiledPatterns();
   const std::vector<std::string_view> lines = DeclarationLines(text);
   Match match;
   for (std::size_t k = 0; k < lines.size(); ++k) {
