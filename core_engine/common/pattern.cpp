@@ -17,9 +17,11 @@ namespace {
 constexpr std::uint64_t kBaseMatchLimit = 10'000'000;
 constexpr std::uint64_t kMatchStepsPerByte = 100;
 constexpr std::uint64_t kBaseHeapLimitKib = 20'000;
-constexpr std::uint64_t kSubjectBytesPerHeapKib = 64;
+// A repeated group keeps one backtracking frame per repetition; allow a few
+// hundred bytes of frames per subject byte.
+constexpr std::uint64_t kSubjectBytesPerHeapKib = 4;
 constexpr std::size_t kJitStackStart = 32 * 1024;
-constexpr std::size_t kJitStackMax = 1024 * 1024;
+constexpr std::size_t kJitStackMax = 16 * 1024 * 1024;
 
 std::uint32_t ClampToU32(std::uint64_t value) {
   return static_cast<std::uint32_t>(std::min<std::uint64_t>(value, std::numeric_limits<std::uint32_t>::max()));
@@ -63,10 +65,38 @@ Scratch& ThreadScratch() {
   return scratch;
 }
 
-pcre2_code* CompileOrThrow(std::string_view source, std::uint32_t options, bool useJit) {
+// "." matches neither LF nor CR. PCRE2 gets that from a CR-and-LF newline
+// convention, but that convention also makes a failed attempt at a CR skip
+// the LF after it, losing matches that start there. So the newline stays LF
+// and every "." outside a character class is spelt out as a class.
+std::string SpellOutDots(std::string_view source) {
+  std::string spelled;
+  bool inClass = false;
+  for (std::size_t i = 0; i < source.size(); ++i) {
+    const char c = source[i];
+    if (c == '\\' && i + 1 < source.size()) {
+      spelled.append(source.substr(i, 2));
+      ++i;
+    } else if (inClass) {
+      spelled.push_back(c);
+      if (c == ']') inClass = false;
+    } else if (c == '[') {
+      spelled.push_back(c);
+      inClass = true;
+    } else if (c == '.') {
+      spelled.append("[^\\n\\r]");
+    } else {
+      spelled.push_back(c);
+    }
+  }
+  return spelled;
+}
+
+pcre2_code* CompileOrThrow(std::string_view pattern, std::uint32_t options, bool useJit) {
   pcre2_compile_context* context = pcre2_compile_context_create(nullptr);
   if (context == nullptr) throw std::bad_alloc();
-  pcre2_set_newline(context, PCRE2_NEWLINE_ANYCRLF);  // "." excludes both CR and LF
+  pcre2_set_newline(context, PCRE2_NEWLINE_LF);
+  const std::string source = SpellOutDots(pattern);
   int error = 0;
   PCRE2_SIZE errorOffset = 0;
   pcre2_code* code = pcre2_compile(reinterpret_cast<PCRE2_SPTR>(source.data()), source.size(), options, &error,
@@ -75,14 +105,14 @@ pcre2_code* CompileOrThrow(std::string_view source, std::uint32_t options, bool 
   if (code == nullptr) {
     PCRE2_UCHAR message[256];
     pcre2_get_error_message(error, message, sizeof message);
-    throw std::logic_error("pattern '" + std::string(source) + "' does not compile: " +
+    throw std::logic_error("pattern '" + std::string(pattern) + "' does not compile: " +
                            reinterpret_cast<const char*>(message));
   }
   std::uint32_t captures = 0;
   pcre2_pattern_info(code, PCRE2_INFO_CAPTURECOUNT, &captures);
   if (captures >= Match::kMaxGroups) {
     pcre2_code_free(code);
-    throw std::logic_error("pattern '" + std::string(source) + "' has too many groups");
+    throw std::logic_error("pattern '" + std::string(pattern) + "' has too many groups");
   }
   // Without JIT the interpreter serves; a failed JIT compile is not an error.
   if (useJit) pcre2_jit_compile(code, PCRE2_JIT_COMPLETE);
@@ -112,7 +142,8 @@ Pattern::Pattern(std::string_view source, CaseMode caseMode, LimitPolicy limitPo
     : Pattern(source, Options{caseMode, limitPolicy, true}) {}
 
 Pattern::Pattern(std::string_view source, Options options) : source_(source), options_(options) {
-  std::uint32_t flags = PCRE2_DOLLAR_ENDONLY;
+  // As in ECMAScript, "[]" matches nothing and "[^]" any byte.
+  std::uint32_t flags = PCRE2_DOLLAR_ENDONLY | PCRE2_ALLOW_EMPTY_CLASS;
   if (options.caseMode == CaseMode::kIgnoreCase) flags |= PCRE2_CASELESS;
   code_ = std::make_unique<Code>(source, flags, options.useJit);
 }

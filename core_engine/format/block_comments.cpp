@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <limits>
 
 #include "common/text_utils.h"
 
@@ -11,9 +10,11 @@ namespace {
 
 constexpr std::string_view kPlaceholderHead = "__BLKCMT_";
 constexpr std::string_view kPlaceholderTail = "__";
-// Restored comments may hold placeholder text that expands again; past this
-// size such nesting is left unexpanded instead of exhausting memory.
-constexpr std::uint64_t kMaxExpandedSize = std::numeric_limits<std::int32_t>::max();
+// Restored comments may hold placeholder text that expands again, in
+// principle without bound. Past this size (only reached by texts made for
+// it) placeholders inside restored comments are left as they are.
+constexpr std::uint64_t kMaxExpandedBase = 64u << 20;
+constexpr std::uint64_t kMaxExpandedPerByte = 16;
 
 std::size_t CountLines(std::string_view text) { return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1; }
 
@@ -86,27 +87,46 @@ Expansion PlanExpansion(std::string_view text, std::size_t minIndex, const std::
   return plan;
 }
 
-std::uint64_t ExpandedSize(std::string_view text, const Expansion& plan, const std::vector<std::uint64_t>& sizes) {
+std::uint64_t ExpandedSize(std::string_view text, const Expansion& plan, const std::vector<std::uint64_t>& sizes,
+                           std::uint64_t cap) {
   std::uint64_t size = text.size();
   for (std::size_t k = 0; k < plan.occurrences.size(); ++k) {
     if (!plan.taken[k]) continue;
-    size = std::min(kMaxExpandedSize + 1, size - plan.occurrences[k].length + sizes[plan.occurrences[k].index]);
+    size = std::min(cap + 1, size - plan.occurrences[k].length + sizes[plan.occurrences[k].index]);
   }
   return size;
 }
 
-std::string Expand(std::string_view text, const Expansion& plan, const std::vector<std::string>& replacements) {
-  std::string result;
-  std::size_t copied = 0;
-  for (std::size_t k = 0; k < plan.occurrences.size(); ++k) {
-    if (!plan.taken[k]) continue;
-    const Occurrence& o = plan.occurrences[k];
-    result.append(text.substr(copied, o.pos - copied));
-    result.append(replacements[o.index]);
-    copied = o.pos + o.length;
+// Writes `text` with its replaced occurrences expanded. Restored comments
+// are expanded where they land, depth first with an explicit stack, so a
+// chain of comments that name each other costs only the output it makes.
+void Emit(std::string_view text, const Expansion& plan, const BlockCommentList& comments,
+          const std::vector<Expansion>* nestedPlans, std::string& out) {
+  struct Frame {
+    std::string_view text;
+    const Expansion* plan;
+    std::size_t next = 0;    // next occurrence to look at
+    std::size_t copied = 0;  // bytes of text written so far
+  };
+  std::vector<Frame> stack{{text, &plan}};
+  while (!stack.empty()) {
+    Frame& frame = stack.back();
+    const std::vector<Occurrence>& found = frame.plan->occurrences;
+    while (frame.next < found.size() && !frame.plan->taken[frame.next]) ++frame.next;
+    if (frame.next == found.size()) {
+      out.append(frame.text.substr(frame.copied));
+      stack.pop_back();
+      continue;
+    }
+    const Occurrence& o = found[frame.next++];
+    out.append(frame.text.substr(frame.copied, o.pos - frame.copied));
+    frame.copied = o.pos + o.length;
+    if (nestedPlans == nullptr) {
+      out.append(comments[o.index]);
+    } else {
+      stack.push_back({comments[o.index], &(*nestedPlans)[o.index]});
+    }
   }
-  result.append(text.substr(copied));
-  return result;
 }
 
 }  // namespace
@@ -135,24 +155,26 @@ std::string RestoreBlockComments(std::string_view text, const BlockCommentList& 
     lineCounts[i] = CountLines(comments[i]);
     nested = nested || comments[i].find(kPlaceholderHead) != std::string::npos;
   }
+  const Expansion top = PlanExpansion(text, 0, lineCounts);
+  std::string restored;
+  if (!nested) {
+    Emit(text, top, comments, nullptr, restored);
+    return restored;
+  }
 
   // A comment's own placeholder text is restored only by later comments, so
-  // each comment expands the same wherever it lands: expand from the last.
-  std::vector<std::string> restored(comments.begin(), comments.end());
-  if (nested) {
-    std::vector<Expansion> plans(count);
-    std::vector<std::uint64_t> sizes(count);
-    for (std::size_t i = count; i-- > 0;) {
-      plans[i] = PlanExpansion(comments[i], i + 1, lineCounts);
-      sizes[i] = ExpandedSize(comments[i], plans[i], sizes);
-    }
-    Expansion top = PlanExpansion(text, 0, lineCounts);
-    if (ExpandedSize(text, top, sizes) <= kMaxExpandedSize) {
-      for (std::size_t i = count; i-- > 0;) restored[i] = Expand(comments[i], plans[i], restored);
-    }
-    return Expand(text, top, restored);
+  // each comment expands the same wherever it lands; sizes come from the last
+  // comment back.
+  const std::uint64_t cap = kMaxExpandedBase + kMaxExpandedPerByte * text.size();
+  std::vector<Expansion> plans(count);
+  std::vector<std::uint64_t> sizes(count);
+  for (std::size_t i = count; i-- > 0;) {
+    plans[i] = PlanExpansion(comments[i], i + 1, lineCounts);
+    sizes[i] = ExpandedSize(comments[i], plans[i], sizes, cap);
   }
-  return Expand(text, PlanExpansion(text, 0, lineCounts), restored);
+  const bool expandNested = ExpandedSize(text, top, sizes, cap) <= cap;
+  Emit(text, top, comments, expandNested ? &plans : nullptr, restored);
+  return restored;
 }
 
 }  // namespace quill

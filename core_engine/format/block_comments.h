@@ -20,7 +20,8 @@ std::string BlockCommentPlaceholder(std::size_t index, std::size_t lineCount);
 // `comments`.
 std::string ProtectBlockComments(std::string_view text, BlockCommentList* comments);
 
-// Puts the comments back: for each comment in turn, every occurrence of its
+// Puts the comments back (each is a block comment as lifted, from "/*" to
+// "*/"): for each comment in turn, every occurrence of its
 // placeholder, left to right, is replaced by the comment's text. A placeholder
 // that was altered in between stays as it is, and placeholder text inside a
 // restored comment is restored by later comments, as the turn-by-turn

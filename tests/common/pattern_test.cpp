@@ -346,10 +346,9 @@ TEST_P(PatternTest, SearchAfterACrLfStillFindsAMatchStartingAtTheLf) {
   EXPECT_EQ(m.Begin(), 2u);
 }
 
-// Bug: when an attempt fails at the CR of a CR LF pair, PCRE2 (newline
-// convention ANYCRLF, pattern without a literal CR or LF) skips over the LF,
-// so a match that starts at the LF is never tried.
-TEST_P(PatternTest, DISABLED_ImplicitLineFeedMatchAfterCrIsFound) {
+// A failed attempt at the CR of a CR LF pair must not skip the LF: a match
+// may start there.
+TEST_P(PatternTest, ImplicitLineFeedMatchAfterCrIsFound) {
   Match m;
   ASSERT_TRUE(Make(R"(\s\w)").Search("a\r\nb", &m));
   EXPECT_EQ(m.Begin(), 2u);
@@ -358,15 +357,23 @@ TEST_P(PatternTest, DISABLED_ImplicitLineFeedMatchAfterCrIsFound) {
   EXPECT_EQ(Make(R"(\s\w)").Count("x\r\ny\r\nz"), 2);
 }
 
-// Bug: the heap limit grows by 1 KiB per 64 subject bytes, but a repeated
-// group needs more than that per iteration, so this linear match over 1 MB
-// raises PatternLimitError ("heap limit exceeded"); from about 256 KB on.
-TEST_P(PatternTest, DISABLED_LinearGroupRepetitionOverAMegabyteCompletes) {
+// A repeated group keeps a backtracking frame per repetition; the limits
+// grow with the subject so that such linear work completes.
+TEST_P(PatternTest, LinearGroupRepetitionOverAMegabyteCompletes) {
   std::string subject;
   for (int i = 0; i < (1 << 19); ++i) subject += "ab";
   subject += "c";
   EXPECT_TRUE(Make("(?:ab)+c").FullMatch(subject));
   EXPECT_TRUE(Make("(?:a|b)*?c").Search(subject));
+}
+
+TEST_P(PatternTest, EmptyClassesFollowEcmaScript) {
+  EXPECT_FALSE(Make("a[]").Search("a]"));
+  EXPECT_TRUE(Make("a[^]b").FullMatch("a\nb"));
+  EXPECT_TRUE(Make("[.]").FullMatch("."));
+  EXPECT_FALSE(Make("[.]").FullMatch("x"));
+  EXPECT_TRUE(Make(R"(\.)").FullMatch("."));
+  EXPECT_FALSE(Make(R"(\.)").FullMatch("x"));
 }
 
 TEST_P(PatternTest, CatastrophicBacktrackingThrowsWithThrowPolicy) {
