@@ -189,6 +189,28 @@ const EndToEndCase kCases[] = {
      "endmodule\n",
      "[]"},
 
+    {"InstancesOfDifferentModulesWithOneName",
+     "module m;\n"
+     "wire a, b;\n"
+     "fifo u0 (.d(a));\n"
+     "\n"
+     "ram u0 (.d(b));\n"
+     "endmodule\n",
+     Report({Finding("error", 4, "dupli-inst", "instance 'u0' instantiated 2 times (lines: 3, 5)")})},
+
+    {"WidthOfSizedLiteralAgainstOneBit",
+     "module m;\n"
+     "wire a;\n"
+     "wire [7:0] b;\n"
+     "assign a = 8'hFF;\n"
+     "assign b = 8'hFF;\n"
+     "assign b = a;\n"
+     "assign b[0] = a;\n"
+     "endmodule\n",
+     Report({Finding("warning", 3, "width-mismatch", "assign 'a' LHS=1bit RHS=8bit"),
+             Finding("warning", 5, "width-mismatch", "assign 'b' LHS=8bit RHS=1bit"),
+             Finding("warning", 4, "repeated-assig", "signal 'b' assigned 2 times by assign")})},
+
     {"NoModuleAndNoDeclarationsIsNotChecked", "always @(*) y <= y;\nassign a = a;\n", "[]"},
 
     {"DeclarationWithoutModuleIsChecked",
