@@ -239,6 +239,10 @@ struct AnalysisCache {
   std::string latchReason;
 };
 
+// The analysis budget: bytes of body text scanned or copied per lint call.
+constexpr std::uint64_t kBudgetBase = 64u << 20;
+constexpr std::uint64_t kBudgetPerByte = 32;
+
 }  // namespace
 
 void ExtractAlwaysBlocks(std::string_view text, ModuleModel& model) {
@@ -260,9 +264,13 @@ void ExtractAlwaysBlocks(std::string_view text, ModuleModel& model) {
 
   const LineIndex lines(text);
   AnalysisCache cache;
+  model.analysisBudget = kBudgetBase + kBudgetPerByte * text.size();
   for (std::size_t k = 0; k < candidates.size(); ++k) {
     const Candidate& candidate = candidates[k];
     if (candidate.bodyEnd == kNoPosition) continue;
+    const std::uint64_t bodySize = candidate.bodyEnd - candidate.bodyStart;
+    if (bodySize > model.analysisBudget) break;
+    model.analysisBudget -= bodySize;
     AlwaysBlock block;
     block.startLine = lines.LineAt(candidate.keyword);
     block.endLine = lines.LineAt(candidate.bodyEnd);

@@ -81,6 +81,11 @@ struct ModuleModel {
   NameMap identifierCounts;
   std::vector<InstanceRecord> instances;
   NameSet portNames;
+  // Bytes the always-block analysis may still scan or copy. Block bodies
+  // that never end, and assignment chains on one line, make the recorded
+  // text grow with the square of the input; past this budget further blocks
+  // and assignments are left out. Real sources never come near it.
+  std::uint64_t analysisBudget = 0;
 };
 
 struct Diagnostic {

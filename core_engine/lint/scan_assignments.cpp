@@ -140,6 +140,8 @@ void ScanAssignments(std::string_view text, std::string_view op, std::uint32_t s
     }
     std::size_t rhsEnd = stop == kNoPosition ? text.size() : stop;
     std::string_view rhs = text.substr(pos, rhsEnd - pos);
+    if (rhs.size() > model.analysisBudget) return;
+    model.analysisBudget -= rhs.size();
     std::uint32_t line = startLine + static_cast<std::uint32_t>(linesBefore);
     RecordUses(rhs, static_cast<std::int32_t>(line), model);
     AssignmentRecord record;
