@@ -85,7 +85,7 @@ struct ModuleModel {
   // that never end, and assignment chains on one line, make the recorded
   // text grow with the square of the input; past this budget further blocks
   // and assignments are left out. Real sources never come near it.
-  std::uint64_t analysisBudget = 0;
+  std::uint64_t analysisBudget = UINT64_MAX;
 };
 
 struct Diagnostic {
