@@ -89,7 +89,32 @@ kCodeSnippets = [
 
 def Mutations(data, rng):
     lines = data.split(b"\n")
-    kind = rng.randrange(7)
+    kind = rng.randrange(10)
+    if kind == 7:
+        out = lines[:]
+        for _ in range(rng.randrange(1, 1 + len(out) // 4 + 1)):
+            if len(out) < 2:
+                break
+            at = rng.randrange(len(out) - 1)
+            out[at:at + 2] = [out[at] + rng.choice([b" ", b"", b"\t"]) + out[at + 1].lstrip()]
+        return b"joinlines", b"\n".join(out)
+    if kind == 8:
+        out = bytearray(data)
+        for _ in range(rng.randrange(1, 20)):
+            if not out:
+                break
+            at = rng.randrange(len(out))
+            if out[at] in b" \t":
+                del out[at]
+            else:
+                out.insert(at, rng.choice(b" \t\r(),;:#./*"))
+        return b"bytes", bytes(out)
+    if kind == 9:
+        out = []
+        for line in lines:
+            stripped = line.lstrip(b" \t")
+            out.append(stripped if rng.random() < 0.5 else b" " * rng.randrange(9) + stripped)
+        return b"reindent", b"\n".join(out)
     if kind == 0:
         chosen = lines[:]
         rng.shuffle(chosen)
@@ -242,6 +267,31 @@ def RandomText(rng):
     return text
 
 
+kBlockVocabulary = [
+    b"always @(posedge clk) begin", b"always @*", b"always_ff @(posedge c)", b"always_comb", b"always_latch begin",
+    b"generate", b"endgenerate", b"begin", b"end", b"end else begin", b"end else", b"else", b"if (a)", b"if (a) begin",
+    b"else if (b)", b"if(a) x = (b)", b"case (s)", b"casez (s)", b"casex(s)", b"endcase", b"IDLE:", b"default:",
+    b"A: // c", b"B: x = 1;", b"2'b01:", b"x = 1;", b"q <= d;", b"// end", b"end // c", b"begin // x", b"", b"  ",
+    b"assign y = z;", b"wire w;", b"reg r;", b"initial begin", b"module m;", b"endmodule", b"begin : blk",
+    b"for (i=0;i<2;i=i+1) begin : g", b"if (a) // c", b"end end", b"begin begin", b"/* c */", b"if (a)\r",
+    b"x = f(a) // if (b)", b"else begin", b"\vif (a)", b"IF (a)", b"Begin", b"END"
+]
+kInstanceVocabulary = [
+    b"fifo u_fifo (", b"fifo u_fifo(", b"fifo   u_fifo ( // c", b"fifo u (.a(b),", b"fifo #(", b"fifo #(.W(8)) u (",
+    b"fifo #( // p", b"fifo\t#(.W(8)) u(", b") u_f (", b") u_f ( // n", b".W(8),", b".D(4)", b"  parameter X = 1",
+    b")", b");", b"); // end", b") ;", b"))", b"((", b"(", b".clk(clk),", b".din( data_in ), // data", b".dout(q)",
+    b".x()", b".y(f(a)),", b".z({a,b}) // c", b".p(q), .r(s)", b".a(b)) ;", b"a, b,", b"// comment", b"", b"fifo",
+    b"u_fifo (", b"fifo u_fifo", b"  (", b"( // ports", b"if (a) x = y;", b"end", b"sub u0 (.a(x), .b(y));",
+    b"module m (", b"input a,", b"x = foo(a, b);", b"#(.W(8))", b".q(q),\t// t", b".a (b) ,", b"\t.a(b)"
+]
+
+
+def FocusedText(rng):
+    vocabulary = rng.choice([kBlockVocabulary, kInstanceVocabulary])
+    lines = [rng.choice([b"", b" ", b"  ", b"\t", b"    "]) + rng.choice(vocabulary) for _ in range(rng.randrange(2, 40))]
+    return b"\n".join(lines)
+
+
 # ---------------------------------------------------------------------------
 # Shrinking
 
@@ -356,7 +406,7 @@ def Main():
     sources = [(path, None) for path in files] + [("random", k) for k in range(args.random)]
     for path, _ in sources:
         if path == "random":
-            inputs = [(b"random", RandomText(rng))]
+            inputs = [(b"random", RandomText(rng)), (b"focused", FocusedText(rng))]
         else:
             with open(path, "rb") as handle:
                 original = handle.read()
