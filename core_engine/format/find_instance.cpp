@@ -76,8 +76,11 @@ std::optional<HeaderParts> ReadParamHeader(const TextLines& lines, const Parenth
   HeaderParts parts;
   parts.open = {blockClose->line, portParen};
   if (blockClose->line == start) {
-    std::string_view block = nameText.substr(indent, blockClose->column + 1 - indent);
-    parts.header = CollapseBlankRuns(block) + " " + call.Str(1) + " (" + CommentFrom(nameBody, portParen + 1);
+    // The header keeps its own text up to the port list's "(", with blank
+    // runs collapsed; no blank is added where the text has none.
+    std::string header = CollapseBlankRuns(nameText.substr(indent, portParen - indent));
+    if (!header.empty() && header.back() == ' ') header.pop_back();
+    parts.header = header + " (" + CommentFrom(nameBody, portParen + 1);
     return parts;
   }
   parts.header = head.Str(1) + " #(" + CommentFrom(TrimmedRight(lines[start]), hashParen + 1);

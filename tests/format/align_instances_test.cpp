@@ -213,7 +213,7 @@ const std::vector<AlignCase>& Cases() {
        "fifo #( .W(8),\t.D(2) )u_fifo( // main\n"
        "  .clk(clk)\n"
        ");",
-       "fifo #( .W(8), .D(2) ) u_fifo ( // main\n"
+       "fifo #( .W(8), .D(2) )u_fifo ( // main\n"
        "    .clk (clk )\n"
        ");"},
       {"ParamBlockOverLines",

@@ -1,6 +1,5 @@
 // Cases where the formatter's output differed from an independent model of
-// its rules (tools/crosscheck). Each disabled case names the defect it shows
-// and passes once the defect is fixed.
+// its rules (tools/crosscheck).
 #include <gtest/gtest.h>
 
 #include <string>
@@ -11,10 +10,10 @@
 namespace quill {
 namespace {
 
-// Defect: a parameter block closed on the header line is followed by the
-// instance name without a blank in between ("#(.W(8))u_fifo("); the header
-// gains a space there although only runs of blanks are to be collapsed.
-TEST(CrosscheckRegressionsTest, DISABLED_HeaderParamBlockKeepsNameAdjacentWhenWrittenWithoutBlank) {
+// A parameter block closed on the header line and followed by the instance
+// name without a blank ("#(.W(8))u_fifo(") keeps the two adjacent: only runs
+// of blanks are collapsed, none is added.
+TEST(CrosscheckRegressionsTest, HeaderParamBlockKeepsNameAdjacentWhenWrittenWithoutBlank) {
   EXPECT_EQ(AlignInstances("fifo #(.W(8))u_fifo(\n"
                            "    .a(b)\n"
                            ");"),
@@ -23,8 +22,8 @@ TEST(CrosscheckRegressionsTest, DISABLED_HeaderParamBlockKeepsNameAdjacentWhenWr
             ");");
 }
 
-// Defect: same as above through the whole pipeline, with a TAB before "#(".
-TEST(CrosscheckRegressionsTest, DISABLED_FormatTextCollapsesHeaderBlanksWithoutAddingOne) {
+// The same through the whole pipeline, with a TAB before "#(".
+TEST(CrosscheckRegressionsTest, FormatTextCollapsesHeaderBlanksWithoutAddingOne) {
   EXPECT_EQ(FormatText("o\t#(())u(\n"
                        ".q(q)\n"
                        ")"),

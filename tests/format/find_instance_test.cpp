@@ -127,7 +127,7 @@ const std::vector<SpanCase>& SpanCases() {
       {"ParamBlockOnHeaderLineWithComment",
        {" fifo #( .W(8) )u0 ( // c", ")"},
        0,
-       Span(0, 0, 1, 1, "fifo #( .W(8) ) u0 ( // c", 19, 0)},
+       Span(0, 0, 1, 1, "fifo #( .W(8) )u0 ( // c", 19, 0)},
       {"ParamBlockOverLines",
        {"fifo #( // params", "  .W(8),", "", "  ) u0  ( // ports", ".a(b)", ");"},
        0,
