@@ -10,9 +10,12 @@
 #include <utility>
 #include <vector>
 
+#include <unistd.h>
+
 #include "commands.h"
 #include "engine.h"
 #include "exit_codes.h"
+#include "lsp/server.h"
 #include "parallel.h"
 
 namespace {
@@ -173,6 +176,8 @@ int Run(int argc, char** argv) {
   CLI::App* lintCommand = AddLintCommand(&app, &lint);
   CLI::App* highlightCommand = AddHighlightCommand(&app, &highlight);
   CLI::App* versionCommand = app.add_subcommand("version", "Print the engine version");
+  CLI::App* lspCommand = app.add_subcommand(
+      "lsp", "Serve the Language Server Protocol on standard input and output (for editors)");
 
   try {
     app.parse(argc, argv);
@@ -187,6 +192,7 @@ int Run(int argc, char** argv) {
     return app.exit(e) == 0 ? kExitClean : kExitError;
   }
 
+  if (lspCommand->parsed()) return quill::lsp::RunLanguageServer(STDIN_FILENO, STDOUT_FILENO);
   if (versionCommand->parsed()) {
     std::cout << version << '\n';
     return kExitClean;

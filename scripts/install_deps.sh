@@ -7,7 +7,12 @@ packages=(
   libpcre2-dev libgtest-dev libgmock-dev libbenchmark-dev
   libcli11-dev nlohmann-json3-dev
   libclang-rt-14-dev
+  neovim
 )
+# Node.js runs the language-server client test; any installed Node will do.
+if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
+  packages+=(nodejs npm)
+fi
 if [ "${QUILL_DEPS_EXTRA:-}" != "" ]; then
   read -r -a extra <<<"$QUILL_DEPS_EXTRA"
   packages+=("${extra[@]}")
