@@ -20,21 +20,29 @@ jobs=$(nproc)
 
 step() { echo; echo "=== $* ==="; }
 
+# The engine's unit suite; the command-line and editor tests run in the dev
+# build only.
+unit_targets=(quill quill_common_tests quill_format_tests quill_lint_tests quill_highlight_tests
+              quill_abi_tests quill_robustness_tests quill_concurrency_tests quill_digest_tests)
+not_unit='^cli\.|^lsp_|installed_package|header_c_program|exported_symbols'
+
+
 step "dev build and tests"
 cmake --preset dev >/dev/null
 cmake --build --preset dev -j "$jobs"
 ctest --preset dev -j "$jobs"
 
 if [ "$full" = 1 ]; then
-  step "AddressSanitizer + UndefinedBehaviorSanitizer"
+  step "AddressSanitizer + UndefinedBehaviorSanitizer (unit suite, leaks included)"
   cmake --preset asan >/dev/null
-  cmake --build --preset asan -j "$jobs"
-  ASAN_OPTIONS=detect_leaks=1 ctest --preset asan -j "$jobs"
+  cmake --build --preset asan -j "$jobs" --target "${unit_targets[@]}"
+  ASAN_OPTIONS=detect_leaks=1 ctest --preset asan -j "$jobs" -E "$not_unit"
 
   step "ThreadSanitizer"
   cmake --preset tsan >/dev/null
-  cmake --build --preset tsan -j "$jobs" --target quill_concurrency_tests
-  ctest --preset tsan -R '^ConcurrencyTest\.'
+  cmake --build --preset tsan -j "$jobs" --target quill quill_concurrency_tests quill_abi_tests \
+    quill_lint_tests quill_highlight_tests
+  ctest --preset tsan -j "$jobs" -R 'Concurrency' -E "$not_unit"
 
   if [ -f fuzz/CMakeLists.txt ]; then
     step "fuzzing"
