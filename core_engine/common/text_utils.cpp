@@ -1,8 +1,18 @@
 #include "common/text_utils.h"
 
+#include <algorithm>
+
 #include "common/pattern_table.h"
 
 namespace quill {
+
+char LeadingByteLower(std::string_view s) {
+  for (char c : s) {
+    if (IsPatternSpace(c)) continue;
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  }
+  return '\0';
+}
 
 std::string TrimLeft(std::string_view s) {
   std::size_t first = 0;
@@ -21,24 +31,56 @@ std::string_view TrimRightOf(std::string_view s, std::string_view chars) {
   return last == std::string_view::npos ? std::string_view() : s.substr(0, last + 1);
 }
 
-TextLines SplitLines(std::string_view text) {
-  TextLines lines;
-  std::size_t start = 0;
-  while (true) {
-    std::size_t lf = text.find('\n', start);
-    std::size_t end = lf == std::string_view::npos ? text.size() : lf;
-    std::string_view piece = text.substr(start, end - start);
-    if (!piece.empty() && piece.back() == '\r') piece.remove_suffix(1);
-    lines.emplace_back(piece);
-    if (lf == std::string_view::npos) break;
-    start = lf + 1;
-  }
+namespace {
+
+std::size_t CountLines(std::string_view text) {
+  return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1;
+}
+
+}  // namespace
+
+bool LineReader::Next(std::string_view* line) {
+  if (done_) return false;
+  const std::size_t lf = text_.find('\n', next_);
+  const std::size_t end = lf == std::string_view::npos ? text_.size() : lf;
+  std::string_view piece = text_.substr(next_, end - next_);
+  if (!piece.empty() && piece.back() == '\r') piece.remove_suffix(1);
+  *line = piece;
+  done_ = lf == std::string_view::npos;
+  next_ = end + 1;
+  return true;
+}
+
+// The list is sized once: growing it line by line would copy it over and
+// over for texts of millions of short lines.
+LineViews SplitLineViews(std::string_view text) {
+  LineViews lines;
+  lines.reserve(CountLines(text));
+  LineReader reader(text);
+  std::string_view line;
+  while (reader.Next(&line)) lines.push_back(line);
   return lines;
 }
 
-std::string JoinLines(const TextLines& lines, std::string_view separator) {
+TextLines SplitLines(std::string_view text) {
+  TextLines lines;
+  lines.reserve(CountLines(text));
+  LineReader reader(text);
+  std::string_view line;
+  while (reader.Next(&line)) lines.emplace_back(line);
+  return lines;
+}
+
+LineViews ViewsOf(const TextLines& lines) {
+  return LineViews(lines.begin(), lines.end());
+}
+
+namespace {
+
+template <typename Lines>
+std::string JoinAll(const Lines& lines, std::string_view separator) {
   std::size_t size = 0;
-  for (const std::string& line : lines) size += line.size() + separator.size();
+  for (std::string_view line : lines) size += line.size() + separator.size();
   std::string text;
   text.reserve(size);
   for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -46,6 +88,16 @@ std::string JoinLines(const TextLines& lines, std::string_view separator) {
     text.append(lines[i]);
   }
   return text;
+}
+
+}  // namespace
+
+std::string JoinLines(const TextLines& lines, std::string_view separator) {
+  return JoinAll(lines, separator);
+}
+
+std::string JoinLines(const LineViews& lines, std::string_view separator) {
+  return JoinAll(lines, separator);
 }
 
 // A plain scan gives the same matches as "/\*[\s\S]*?\*/": each comment ends
@@ -85,7 +137,9 @@ std::string RemoveLineComments(std::string_view text) {
   return result;
 }
 
-std::int32_t CountMatches(std::string_view s, const Pattern& pattern) { return pattern.Count(s); }
+std::int32_t CountMatches(std::string_view s, const Pattern& pattern) {
+  return pattern.Count(s);
+}
 
 bool StartsWithDeclKeyword(std::string_view line) {
   std::size_t end = line.find_first_of(" \t");

@@ -7,16 +7,37 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "common/pattern.h"
 
 namespace quill {
 
+// The first byte of `s` that is not \s, an ASCII letter in lower case, or
+// '\0' when there is none. One byte decides that a pattern anchored as
+// "^\s*word" cannot match, before the pattern runs.
+char LeadingByteLower(std::string_view s);
+
 // A text as its lines, without line terminators.
 using TextLines = std::vector<std::string>;
 
-inline bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+// The lines of a text as views into it (or into strings that outlive them).
+using LineViews = std::vector<std::string_view>;
+
+inline bool IsBlank(char c) {
+  return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+// \s of the patterns: the blanks plus vertical tab and form feed.
+inline bool IsPatternSpace(char c) {
+  return IsBlank(c) || c == '\v' || c == '\f';
+}
+
+// \w of the patterns: ASCII letters, digits and "_".
+inline bool IsPatternWord(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+}
 
 // The text from its first non-blank byte on; "" when all blank.
 std::string TrimLeft(std::string_view s);
@@ -33,6 +54,48 @@ TextLines SplitLines(std::string_view text);
 
 // The lines with `separator` between neighbours; "" for no lines.
 std::string JoinLines(const TextLines& lines, std::string_view separator);
+
+// The lines of a text as SplitLines cuts them, one at a time, as views into
+// the text: passes that read each line once need no list of copies.
+class LineReader {
+ public:
+  explicit LineReader(std::string_view text) : text_(text) {}
+
+  // Sets `line` to the next line; false after the last one.
+  bool Next(std::string_view* line);
+
+ private:
+  std::string_view text_;
+  std::size_t next_ = 0;
+  bool done_ = false;
+};
+
+// The lines of SplitLines as views into `text`.
+LineViews SplitLineViews(std::string_view text);
+
+// Views of the lines of a list.
+LineViews ViewsOf(const TextLines& lines);
+
+// The lines with `separator` between neighbours; "" for no lines.
+std::string JoinLines(const LineViews& lines, std::string_view separator);
+
+// Appends lines to a text, LF between neighbours: the text JoinLines(lines,
+// "\n") makes, built line by line.
+class LineJoiner {
+ public:
+  explicit LineJoiner(std::size_t expectedSize = 0) { text_.reserve(expectedSize); }
+
+  void Add(std::string_view line) {
+    if (!empty_) text_.push_back('\n');
+    empty_ = false;
+    text_.append(line);
+  }
+  std::string Take() { return std::move(text_); }
+
+ private:
+  std::string text_;
+  bool empty_ = true;
+};
 
 // Replaces each block comment ("/*" up to the first following "*/") by what
 // `replace` returns for it, left to right; other text is copied unchanged.
