@@ -83,21 +83,37 @@ std::string RebuildDeclaration(const DeclRecord& record, const DeclColumns& colu
 }  // namespace
 
 std::string AlignDeclarations(std::string_view text) {
-  TextLines lines = SplitLines(text);
-  std::vector<std::size_t> candidates;
-  for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (ReadDeclaration(lines[i])) candidates.push_back(i);
+  // First reading: the candidates, their groups and each group's widths.
+  CandidateGrouper grouper;
+  std::vector<DeclColumns> columns;
+  LineReader reader(text);
+  std::string_view line;
+  for (std::size_t i = 0; reader.Next(&line); ++i) {
+    std::optional<DeclRecord> record = ReadDeclaration(line);
+    if (!record) {
+      grouper.AddOther(line);
+      continue;
+    }
+    if (grouper.AddCandidate(i)) columns.emplace_back();
+    Widen(&columns.back(), *record);
   }
-  if (candidates.empty()) return std::string(text);
+  if (columns.empty()) return std::string(text);
 
-  // Each line of a group is read again for its widths and for its rewrite,
-  // so no record outlives its line.
-  for (const std::vector<std::size_t>& group : GroupLines(lines, candidates)) {
-    DeclColumns columns;
-    for (std::size_t i : group) Widen(&columns, *ReadDeclaration(lines[i]));
-    for (std::size_t i : group) lines[i] = RebuildDeclaration(*ReadDeclaration(lines[i]), columns);
+  // Second reading: each candidate is dissected again for its rewrite, so no
+  // record outlives its line.
+  const std::vector<CandidateGrouper::Candidate>& candidates = grouper.Candidates();
+  auto next = candidates.begin();
+  LineJoiner output(text.size() + text.size() / 4);
+  LineReader again(text);
+  for (std::size_t i = 0; again.Next(&line); ++i) {
+    if (next != candidates.end() && next->line == i) {
+      output.Add(RebuildDeclaration(*ReadDeclaration(line), columns[next->group]));
+      ++next;
+    } else {
+      output.Add(line);
+    }
   }
-  return JoinLines(lines, "\n");
+  return output.Take();
 }
 
 }  // namespace quill

@@ -52,30 +52,48 @@ struct ParamColumns {
   std::size_t valueWidth = 0;
 };
 
-// Marks the lines that stand inside an open "#(" list. The line that opens a
-// list is marked, the one whose parentheses close it is not; every
-// parenthesis counts, comments and strings included.
-std::vector<bool> MarkParamListLines(const TextLines& lines) {
-  const ParamPatterns& patterns = LocalPatterns();
-  std::vector<bool> inParamList(lines.size(), false);
-  bool inside = false;
-  std::int64_t depth = 0;
-  for (std::size_t i = 0; i < lines.size(); ++i) {
-    const std::string& line = lines[i];
-    if (patterns.kParamListOpenPattern.Search(line) || patterns.kNamedParamListOpenPattern.Search(line)) {
-      inside = true;
-      depth = 0;
+// Follows the "#(" lists from line to line: a line is inside a list when
+// the list is still open after it. The line that opens a list is inside, the
+// one whose parentheses close it is not; every parenthesis counts, comments
+// and strings included.
+class ParamListTracker {
+ public:
+  // Reads the next line; true when it stands inside an open list.
+  bool Next(std::string_view line) {
+    if (OpensParamList(line)) {
+      inside_ = true;
+      depth_ = 0;
     }
     for (char c : line) {
-      if (c == '(') ++depth;
-      if (c == ')') --depth;
+      if (c == '(') ++depth_;
+      if (c == ')') --depth_;
     }
-    if (inside) {
-      inParamList[i] = depth > 0;
-      inside = depth != 0;
-    }
+    if (!inside_) return false;
+    const bool inList = depth_ > 0;
+    inside_ = depth_ != 0;
+    return inList;
   }
-  return inParamList;
+
+ private:
+  // Both list openers need a "#".
+  static bool OpensParamList(std::string_view line) {
+    if (line.find('#') == std::string_view::npos) return false;
+    const ParamPatterns& patterns = LocalPatterns();
+    return patterns.kParamListOpenPattern.Search(line) || patterns.kNamedParamListOpenPattern.Search(line);
+  }
+
+  bool inside_ = false;
+  std::int64_t depth_ = 0;
+};
+
+// Whether the text after leading white space could begin with a word of
+// kBodyItemPattern: module, endmodule, always..., initial or assign.
+bool MayStartBodyItem(std::string_view t) {
+  std::size_t first = 0;
+  while (first < t.size() && IsPatternSpace(t[first])) ++first;
+  if (first == t.size()) return false;
+  const char c = t[first];
+  return c == 'm' || c == 'M' || c == 'e' || c == 'E' || c == 'a' || c == 'A' || c == 'i' || c == 'I';
 }
 
 std::string ToLower(std::string_view word) {
@@ -91,9 +109,11 @@ std::string ToLower(std::string_view word) {
 // keyword-less item counts depends on the line above and is decided by the
 // caller.
 std::optional<ParamRecord> ReadParameter(std::string_view line) {
+  // Every parameter item has a value that begins with "=".
+  if (line.find('=') == std::string_view::npos) return std::nullopt;
   const std::string_view t = TrimmedView(line);
   if (t.empty() || t.substr(0, 2) == "//") return std::nullopt;
-  if (LocalPatterns().kBodyItemPattern.Search(t)) return std::nullopt;
+  if (MayStartBodyItem(t) && LocalPatterns().kBodyItemPattern.Search(t)) return std::nullopt;
   std::optional<LineGroups> groups = ScanParamDecl(line);
   if (!groups) return std::nullopt;
   ParamRecord record;
@@ -142,31 +162,46 @@ std::string RebuildParameter(const ParamRecord& record, const ParamColumns& colu
 }  // namespace
 
 std::string AlignParameters(std::string_view text) {
-  TextLines lines = SplitLines(text);
-  const std::vector<bool> inParamList = MarkParamListLines(lines);
-
-  // A keyword-less item counts only directly under an accepted line.
-  std::vector<std::size_t> candidates;
-  for (std::size_t i = 0; i < lines.size(); ++i) {
-    std::optional<ParamRecord> record = ReadParameter(lines[i]);
-    if (!record) continue;
-    if (record->keyword.empty() && (candidates.empty() || candidates.back() + 1 != i)) continue;
-    candidates.push_back(i);
+  // First reading: the accepted items, their groups, whether each stands in
+  // a "#(" list, and each group's widths. A keyword-less item counts only
+  // directly under an accepted line.
+  CandidateGrouper grouper;
+  std::vector<bool> inList;
+  std::vector<ParamColumns> columns;
+  ParamListTracker tracker;
+  LineReader reader(text);
+  std::string_view line;
+  for (std::size_t i = 0; reader.Next(&line); ++i) {
+    const bool lineInList = tracker.Next(line);
+    std::optional<ParamRecord> record = ReadParameter(line);
+    const std::vector<CandidateGrouper::Candidate>& accepted = grouper.Candidates();
+    if (!record || (record->keyword.empty() && (accepted.empty() || accepted.back().line + 1 != i))) {
+      grouper.AddOther(line);
+      continue;
+    }
+    if (grouper.AddCandidate(i)) columns.emplace_back();
+    Widen(&columns.back(), *record);
+    inList.push_back(lineInList);
   }
-  if (candidates.empty()) return std::string(text);
+  if (columns.empty()) return std::string(text);
 
-  // Each line of a group is read again for its widths and for its rewrite,
-  // so no record outlives its line.
-  for (const std::vector<std::size_t>& group : GroupLines(lines, candidates)) {
-    ParamColumns columns;
-    for (std::size_t i : group) Widen(&columns, *ReadParameter(lines[i]));
-    for (std::size_t i : group) {
-      ParamRecord record = *ReadParameter(lines[i]);
-      record.inList = inParamList[i];
-      lines[i] = RebuildParameter(record, columns);
+  // Second reading: each item is dissected again for its rewrite, so no
+  // record outlives its line.
+  const std::vector<CandidateGrouper::Candidate>& candidates = grouper.Candidates();
+  std::size_t next = 0;
+  LineJoiner output(text.size() + text.size() / 4);
+  LineReader again(text);
+  for (std::size_t i = 0; again.Next(&line); ++i) {
+    if (next < candidates.size() && candidates[next].line == i) {
+      ParamRecord record = *ReadParameter(line);
+      record.inList = inList[next];
+      output.Add(RebuildParameter(record, columns[candidates[next].group]));
+      ++next;
+    } else {
+      output.Add(line);
     }
   }
-  return JoinLines(lines, "\n");
+  return output.Take();
 }
 
 }  // namespace quill

@@ -15,13 +15,15 @@ std::string PadRight(std::string_view s, std::size_t width) {
   return padded;
 }
 
+bool IsSkippableLine(std::string_view line) {
+  std::size_t start = 0;
+  while (start < line.size() && IsBlank(line[start])) ++start;
+  return start == line.size() || line.compare(start, 2, "//") == 0;
+}
+
 bool IsSkippableGap(const TextLines& lines, std::size_t first, std::size_t last) {
   for (std::size_t i = first; i <= last && i < lines.size(); ++i) {
-    const std::string& line = lines[i];
-    std::size_t start = 0;
-    while (start < line.size() && IsBlank(line[start])) ++start;
-    if (start == line.size()) continue;
-    if (line.compare(start, 2, "//") != 0) return false;
+    if (!IsSkippableLine(lines[i])) return false;
   }
   return true;
 }
@@ -39,6 +41,14 @@ std::vector<std::vector<std::size_t>> GroupLines(const TextLines& lines, const s
     groups.push_back({candidate});
   }
   return groups;
+}
+
+bool CandidateGrouper::AddCandidate(std::size_t line) {
+  const bool opensGroup = candidates_.empty() || !gapIsSkippable_;
+  if (opensGroup) ++groupCount_;
+  candidates_.push_back(Candidate{line, groupCount_ - 1});
+  gapIsSkippable_ = true;
+  return opensGroup;
 }
 
 namespace {
@@ -85,7 +95,7 @@ constexpr std::array<std::string_view, 2> kParamWords = {"parameter", "localpara
 // Position queries on one line, shared by the scanners.
 class LineCursor {
  public:
-  explicit LineCursor(std::string_view line) : s_(line), lastBreak_(line.find_last_of("\r\n")) {}
+  explicit LineCursor(std::string_view line) : s_(line) {}
 
   std::string_view Line() const { return s_; }
   std::size_t Size() const { return s_.size(); }
@@ -115,14 +125,26 @@ class LineCursor {
       return true;
     }
     if (s_.compare(q, 2, "//") != 0) return false;
-    if (lastBreak_ != kNone && lastBreak_ >= q + 2) return false;
+    const std::size_t lastBreak = LastBreak();
+    if (lastBreak != kNone && lastBreak >= q + 2) return false;
     *comment = s_.substr(q);
     return true;
   }
 
  private:
+  // The last CR or LF of the line, looked for on first use only: most lines
+  // are turned down before a comment is tried.
+  std::size_t LastBreak() const {
+    if (!lastBreakKnown_) {
+      lastBreak_ = s_.find_last_of("\r\n");
+      lastBreakKnown_ = true;
+    }
+    return lastBreak_;
+  }
+
   std::string_view s_;
-  std::size_t lastBreak_;
+  mutable std::size_t lastBreak_ = kNone;
+  mutable bool lastBreakKnown_ = false;
 };
 
 // The part that port and net declarations share, from the blanks after the

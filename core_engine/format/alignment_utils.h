@@ -21,6 +21,9 @@ std::string_view TrimmedView(std::string_view s);
 // `s` widened with trailing spaces to `width`; never cut.
 std::string PadRight(std::string_view s, std::size_t width);
 
+// Whether a line is blank or a "//" comment line.
+bool IsSkippableLine(std::string_view line);
+
 // Whether every line from `first` to `last` (inclusive) is blank or a "//"
 // comment line; true for an empty range and past the end of the lines.
 bool IsSkippableGap(const TextLines& lines, std::size_t first, std::size_t last);
@@ -29,6 +32,28 @@ bool IsSkippableGap(const TextLines& lines, std::size_t first, std::size_t last)
 // current group when it directly follows the previous one or when only blank
 // and "//" lines stand between them; otherwise it opens a new group.
 std::vector<std::vector<std::size_t>> GroupLines(const TextLines& lines, const std::vector<std::size_t>& candidates);
+
+// The same grouping, made while the lines are read once, in order.
+class CandidateGrouper {
+ public:
+  struct Candidate {
+    std::size_t line = 0;
+    std::size_t group = 0;
+  };
+
+  // A line that is no candidate.
+  void AddOther(std::string_view line) { gapIsSkippable_ = gapIsSkippable_ && IsSkippableLine(line); }
+  // Line number `line` is a candidate; true when it opens a new group.
+  bool AddCandidate(std::size_t line);
+
+  // The candidates in line order, each with its group number (from 0).
+  const std::vector<Candidate>& Candidates() const { return candidates_; }
+
+ private:
+  std::vector<Candidate> candidates_;
+  std::size_t groupCount_ = 0;
+  bool gapIsSkippable_ = true;
+};
 
 // The capture groups of one line match as views into the scanned line;
 // group[0] is the whole match and a group that took no part is empty.

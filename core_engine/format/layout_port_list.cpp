@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <vector>
 
-#include "common/pattern.h"
 #include "common/text_utils.h"
 #include "format/alignment_utils.h"
 
@@ -150,26 +150,49 @@ std::size_t CountLineFeeds(std::string_view text, std::size_t begin, std::size_t
                                              text.begin() + static_cast<std::ptrdiff_t>(end), '\n'));
 }
 
+// The text as its lines join again with LF: SplitLines drops one CR before
+// each LF.
+std::string JoinedLines(std::string_view text) {
+  std::string joined;
+  joined.reserve(text.size());
+  std::size_t copied = 0;
+  for (std::size_t cr = text.find("\r\n"); cr != kNone; cr = text.find("\r\n", cr + 1)) {
+    joined.append(text.substr(copied, cr - copied));
+    copied = cr + 1;
+  }
+  joined.append(text.substr(copied));
+  return joined;
+}
+
+// The line of the closing ")" loses the blanks in front of it: a match of
+// "^\s*\)" becomes ")".
+std::string_view CloseLineText(std::string_view line) {
+  std::size_t first = 0;
+  while (first < line.size() && IsPatternSpace(line[first])) ++first;
+  return first < line.size() && line[first] == ')' ? line.substr(first) : line;
+}
+
 }  // namespace
 
 std::string LayoutPortList(std::string_view text) {
-  TextLines lines = SplitLines(text);
+  LineReader reader(text);
+  std::string_view line;
   std::size_t headerLine = 0;
+  std::size_t restStart = 0;
   std::size_t pos = kNone;
-  for (; headerLine < lines.size(); ++headerLine) {
-    if (std::optional<LineGroups> header = ScanModuleHeader(lines[headerLine])) {
+  for (; reader.Next(&line); ++headerLine) {
+    if (std::optional<LineGroups> header = ScanModuleHeader(line)) {
       pos = header->group[0].size();
       break;
     }
+    restStart += line.size() + 1;
   }
   if (pos == kNone) return std::string(text);
 
-  // The rest of the text from the header line on; the header match ends at
-  // the same offset in it as in the header line.
-  std::size_t restStart = 0;
-  for (std::size_t i = 0; i < headerLine; ++i) restStart += lines[i].size() + 1;
-  const std::string joined = JoinLines(lines, "\n");
-  const std::string_view rest = std::string_view(joined).substr(restStart);
+  // The rest of the lines joined with LF from the header line on; the header
+  // match ends at the same offset in it as in the header line.
+  const std::string joined = text.find("\r\n") == kNone ? std::string() : JoinedLines(text);
+  const std::string_view rest = (joined.empty() ? text : std::string_view(joined)).substr(restStart);
 
   // A "#(" parameter list after the name is skipped when it balances.
   std::size_t next = pos;
@@ -190,17 +213,24 @@ std::string LayoutPortList(std::string_view text) {
   const std::size_t closeLine = firstPortLine - 1 + CountLineFeeds(rest, open, close);
   if (firstPortLine >= closeLine) return std::string(text);
 
-  // Each line is read again for its rewrite, so no entry outlives its line.
-  PortColumns columns;
-  for (std::size_t i = firstPortLine; i < closeLine; ++i) Widen(&columns, MakePortEntry(lines[i]));
-  for (std::size_t i = firstPortLine; i < closeLine; ++i) lines[i] = RebuildEntry(MakePortEntry(lines[i]), columns);
-
-  // The line of the closing ")" loses the blanks in front of it.
-  static const Pattern kCloseLinePattern(R"(^\s*\))", CaseMode::kSensitive, LimitPolicy::kNoMatch);
-  Match leading;
-  std::string& closing = lines[closeLine];
-  if (kCloseLinePattern.Search(closing, &leading)) closing.replace(0, leading.End(), ")");
-  return JoinLines(lines, "\n");
+  // The port lines are read twice, for the widths and for the rewrite, so no
+  // entry outlives its line.
+  LineJoiner output(text.size() + 64);
+  std::vector<std::string_view> portLines;
+  LineReader again(text);
+  for (std::size_t i = 0; again.Next(&line); ++i) {
+    if (i < firstPortLine || i > closeLine) {
+      output.Add(line);
+    } else if (i < closeLine) {
+      portLines.push_back(line);
+    } else {
+      PortColumns columns;
+      for (std::string_view port : portLines) Widen(&columns, MakePortEntry(port));
+      for (std::string_view port : portLines) output.Add(RebuildEntry(MakePortEntry(port), columns));
+      output.Add(CloseLineText(line));
+    }
+  }
+  return output.Take();
 }
 
 }  // namespace quill

@@ -9,7 +9,6 @@ namespace quill {
 namespace {
 
 struct CrowdedLinePatterns {
-  Pattern indent{R"(^\s*)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
   Pattern comment{R"(//.*$)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
   Pattern portKeyword{R"(\b(input|output|inout)\b)", CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
   Pattern connection{R"(\.\w+\s*\([^)]*\)\s*,?)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
@@ -39,7 +38,7 @@ bool IsPortLine(std::string_view rest) {
 
 // Appends one line per port keyword, or returns false when the line holds
 // fewer than two.
-bool SplitPortLine(std::string_view indent, std::string_view rest, std::vector<std::string>* out) {
+bool SplitPortLine(std::string_view indent, std::string_view rest, LineJoiner* out) {
   const CrowdedLinePatterns& p = Crowded();
   Match commentMatch;
   const bool hasComment = p.comment.Search(rest, &commentMatch);
@@ -55,14 +54,14 @@ bool SplitPortLine(std::string_view indent, std::string_view rest, std::vector<s
       line.push_back(' ');
       line.append(commentMatch.Group());
     }
-    out->push_back(std::move(line));
+    out->Add(line);
   }
   return true;
 }
 
 // Appends one line per named connection, or returns false when the line
 // holds fewer than two. Text outside the connections is dropped.
-bool SplitConnectionLine(std::string_view indent, std::string_view rest, std::vector<std::string>* out) {
+bool SplitConnectionLine(std::string_view indent, std::string_view rest, LineJoiner* out) {
   const CrowdedLinePatterns& p = Crowded();
   std::vector<std::string_view> pieces;
   p.connection.ForEachMatch(rest, [&pieces](const Match& m) { pieces.push_back(m.Group()); });
@@ -76,7 +75,7 @@ bool SplitConnectionLine(std::string_view indent, std::string_view rest, std::ve
       line.push_back(' ');
       line.append(commentMatch.Group());
     }
-    out->push_back(std::move(line));
+    out->Add(line);
   }
   return true;
 }
@@ -84,25 +83,25 @@ bool SplitConnectionLine(std::string_view indent, std::string_view rest, std::ve
 }  // namespace
 
 std::string SplitCrowdedLines(std::string_view text) {
-  TextLines input = SplitLines(text);
-  std::vector<std::string> output;
-  output.reserve(input.size() + 16);
-  const CrowdedLinePatterns& p = Crowded();
-  for (std::string& raw : input) {
-    std::string_view line = TrimRightOf(raw, "\r");
-    Match indentMatch;
-    p.indent.Search(line, &indentMatch);
-    std::string_view indent = line.substr(0, indentMatch.End());
-    std::string_view rest = line.substr(indentMatch.End());
+  LineJoiner output(text.size() + 16);
+  LineReader reader(text);
+  std::string_view raw;
+  while (reader.Next(&raw)) {
+    const std::string_view line = TrimRightOf(raw, "\r");
+    // The indent is the match of "^\s*".
+    std::size_t indentEnd = 0;
+    while (indentEnd < line.size() && IsPatternSpace(line[indentEnd])) ++indentEnd;
+    const std::string_view indent = line.substr(0, indentEnd);
+    const std::string_view rest = line.substr(indentEnd);
     bool split = false;
     if (IsPortLine(rest)) {
       split = SplitPortLine(indent, rest, &output);
     } else if (!rest.empty() && rest.front() == '.') {
       split = SplitConnectionLine(indent, rest, &output);
     }
-    if (!split) output.emplace_back(line);
+    if (!split) output.Add(line);
   }
-  return JoinLines(output, "\n");
+  return output.Take();
 }
 
 }  // namespace quill
