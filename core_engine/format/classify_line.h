@@ -12,6 +12,10 @@ namespace quill {
 // recognised in lower case only, while declaration words ignore case.
 std::string ClassifyLine(std::string_view line);
 
+// The same label as a view of a constant, for callers that classify many
+// lines.
+std::string_view LineLabel(std::string_view line);
+
 }  // namespace quill
 
 #endif  // QUILL_FORMAT_CLASSIFY_LINE_H_

@@ -22,11 +22,6 @@ bool IsDeclLabel(std::string_view label) {
   return IsIn(label, kDeclLabels);
 }
 
-// \s of the patterns: blanks plus vertical tab and form feed.
-bool IsPatternSpace(char c) {
-  return IsBlank(c) || c == '\v' || c == '\f';
-}
-
 // Whether a line between two sections already separates them: empty or all
 // blank, or starting (after white space) with "//" or "/*".
 bool IsSeparatorLine(std::string_view line) {
@@ -38,57 +33,74 @@ bool IsSeparatorLine(std::string_view line) {
   return rest.substr(0, 2) == "//" || rest.substr(0, 2) == "/*";
 }
 
-std::vector<Section> BuildSections(const TextLines& lines) {
+// The sections of a text, built while its lines are read once, and for each
+// section whether a separator line stands between it and the section before.
+// The lines between two neighbouring sections are exactly the lines of no
+// kind since the last line that had one.
+struct SectionList {
   std::vector<Section> sections;
-  for (std::size_t i = 0; i < lines.size(); ++i) {
-    std::string label = ClassifyLine(lines[i]);
-    if (label.empty()) continue;
-    const auto index = static_cast<std::int32_t>(i);
+  std::vector<bool> separatedFromPrevious;
+};
+
+SectionList BuildSections(std::string_view text) {
+  SectionList list;
+  bool separatorSinceLabel = false;
+  LineReader reader(text);
+  std::string_view line;
+  for (std::int32_t i = 0; reader.Next(&line); ++i) {
+    const std::string_view label = LineLabel(line);
+    if (label.empty()) {
+      separatorSinceLabel = separatorSinceLabel || IsSeparatorLine(line);
+      continue;
+    }
+    std::vector<Section>& sections = list.sections;
     if (!sections.empty() && sections.back().label == label && !IsBlockLabel(label)) {
-      sections.back().last = index;
+      sections.back().last = i;
       ++sections.back().count;
     } else {
-      sections.push_back(Section{std::move(label), index, index, 1});
+      sections.push_back(Section{label, i, i, 1});
+      list.separatedFromPrevious.push_back(separatorSinceLabel);
     }
+    separatorSinceLabel = false;
   }
-  return sections;
+  return list;
 }
 
-bool NeedsEmptyLineBetween(const TextLines& lines, const Section& previous, const Section& section) {
+bool NeedsEmptyLineBetween(const Section& previous, const Section& section, bool separated) {
   if (previous.label == section.label && !IsBlockLabel(section.label)) return false;
   if ((previous.count == 1 && IsDeclLabel(previous.label)) || (section.count == 1 && IsDeclLabel(section.label))) {
     return false;
   }
-  for (std::int32_t i = previous.last + 1; i < section.first; ++i) {
-    if (IsSeparatorLine(lines[static_cast<std::size_t>(i)])) return false;
-  }
-  return true;
+  return !separated;
 }
 
 }  // namespace
 
 std::string SpaceSections(std::string_view text) {
-  const TextLines lines = SplitLines(text);
-  const std::vector<Section> sections = BuildSections(lines);
+  const SectionList list = BuildSections(text);
+  const std::vector<Section>& sections = list.sections;
   if (sections.size() < 2) return std::string(text);
 
-  std::vector<bool> emptyLineBefore(lines.size(), false);
-  std::size_t inserted = 0;
+  // First lines of the sections that get an empty line in front, ascending.
+  std::vector<std::int32_t> emptyLineBefore;
   for (std::size_t s = 1; s < sections.size(); ++s) {
-    if (NeedsEmptyLineBetween(lines, sections[s - 1], sections[s])) {
-      emptyLineBefore[static_cast<std::size_t>(sections[s].first)] = true;
-      ++inserted;
+    if (NeedsEmptyLineBetween(sections[s - 1], sections[s], list.separatedFromPrevious[s])) {
+      emptyLineBefore.push_back(sections[s].first);
     }
   }
 
-  std::size_t size = inserted;
-  for (const std::string& line : lines) size += line.size() + 1;
   std::string spaced;
-  spaced.reserve(size);
-  for (std::size_t i = 0; i < lines.size(); ++i) {
+  spaced.reserve(text.size() + emptyLineBefore.size());
+  auto next = emptyLineBefore.begin();
+  LineReader reader(text);
+  std::string_view line;
+  for (std::int32_t i = 0; reader.Next(&line); ++i) {
     if (i > 0) spaced.push_back('\n');
-    if (emptyLineBefore[i]) spaced.push_back('\n');
-    spaced.append(lines[i]);
+    if (next != emptyLineBefore.end() && *next == i) {
+      spaced.push_back('\n');
+      ++next;
+    }
+    spaced.append(line);
   }
   return spaced;
 }

@@ -18,7 +18,7 @@ inline constexpr std::array<std::string_view, 3> kDeclLabels = {"SIGNAL", "PARAM
 // A run of lines of one kind: the lines from `first` to `last` whose label is
 // `label` (lines of no kind in between do not end it); `count` of them joined.
 struct Section {
-  std::string label;
+  std::string_view label;
   std::int32_t first = 0;
   std::int32_t last = 0;
   std::int32_t count = 0;
