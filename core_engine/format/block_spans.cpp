@@ -3,18 +3,10 @@
 #include <algorithm>
 
 #include "common/pattern_table.h"
+#include "format/block_words.h"
 
 namespace quill {
 namespace {
-
-bool IsWordByte(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
-}
-
-// \s of the patterns: blanks plus vertical tab and form feed.
-bool IsPatternSpace(char c) {
-  return IsBlank(c) || c == '\v' || c == '\f';
-}
 
 std::string_view TrimmedView(std::string_view line) {
   std::size_t first = 0;
@@ -36,9 +28,9 @@ bool EndsWithIfHeader(std::string_view code) {
   const std::size_t lastBreak = code.substr(0, close).find_last_of("\r\n");
   const std::size_t minOpen = lastBreak == std::string_view::npos ? 0 : lastBreak + 1;
   for (std::size_t at = code.find("if"); at != std::string_view::npos; at = code.find("if", at + 1)) {
-    if (at > 0 && IsWordByte(code[at - 1])) continue;
+    if (at > 0 && IsPatternWord(code[at - 1])) continue;
     std::size_t open = at + 2;
-    if (open < code.size() && IsWordByte(code[open])) continue;
+    if (open < code.size() && IsPatternWord(code[open])) continue;
     while (open < code.size() && IsPatternSpace(code[open])) ++open;
     if (open < code.size() && code[open] == '(' && open >= minOpen && open + 2 <= close) return true;
   }
@@ -46,16 +38,25 @@ bool EndsWithIfHeader(std::string_view code) {
 }
 
 // A case label alone on its line ("IDLE:", "default: // idle"), which puts
-// the next line one step further in.
+// the next line one step further in. A label is a word and a ":".
 bool IsBareLabelText(std::string_view t) {
+  if (!IsPatternWord(LeadingByteLower(t)) || t.find(':') == std::string_view::npos) return false;
   Match match;
   if (!Patterns().kLabelPattern.Search(t, &match)) return false;
   const std::string rest = Trim(match.Group(2));
   return rest.empty() || rest.compare(0, 2, "//") == 0;
 }
 
+// Whether `t` can start a statement of kStatementStartPattern: always,
+// initial, module, endmodule, assign, wire, reg or logic.
+bool MayStartStatement(std::string_view t) {
+  const char first = LeadingByteLower(t);
+  return first == 'a' || first == 'i' || first == 'm' || first == 'e' || first == 'w' || first == 'r' || first == 'l';
+}
+
 }  // namespace
 
+// Patterns run only on lines whose first byte or whose letters allow a match.
 BlockLineIndex::LineFacts BlockLineIndex::ReadFacts(std::string_view line) {
   const PatternTable& p = Patterns();
   LineFacts facts;
@@ -63,15 +64,18 @@ BlockLineIndex::LineFacts BlockLineIndex::ReadFacts(std::string_view line) {
   facts.textBegin = static_cast<std::size_t>(t.data() - line.data());
   facts.textLength = t.size();
   if (t.empty()) return facts;
-  const std::string code = RemoveLineComments(t);
-  facts.begins = CountMatches(code, p.kBeginPattern);
-  facts.ends = CountMatches(code, p.kEndPattern);
-  facts.cases = CountMatches(code, p.kCasePattern);
-  facts.endcases = CountMatches(code, p.kEndcasePattern);
-  facts.opensGenerate = p.kGeneratePattern.Search(code);
-  facts.closesGenerate = p.kEndgeneratePattern.Search(code);
-  facts.startsStatement = p.kStatementStartPattern.Search(t);
-  facts.mentionsBegin = facts.begins > 0 || p.kBeginPattern.Search(t);
+  std::string storage;
+  const std::string_view code = CodeOf(t, &storage);
+  const BlockWordCounts counts = CountBlockWords(code);
+  facts.begins = counts.begins;
+  facts.ends = counts.ends;
+  facts.cases = counts.cases;
+  facts.endcases = counts.endcases;
+  const char first = LeadingByteLower(code);
+  facts.opensGenerate = first == 'g' && p.kGeneratePattern.Search(code);
+  facts.closesGenerate = first == 'e' && p.kEndgeneratePattern.Search(code);
+  facts.startsStatement = MayStartStatement(t) && p.kStatementStartPattern.Search(t);
+  facts.mentionsBegin = facts.begins > 0 || (t.find("begin") != std::string_view::npos && p.kBeginPattern.Search(t));
   facts.isLoneBegin = t == "begin";
   facts.isSignificant = t.compare(0, 2, "//") != 0;
   facts.endsIfHeader = EndsWithIfHeader(code);
@@ -90,10 +94,10 @@ int BlockLineIndex::ValuePositions::Find(std::int64_t value, int from) const {
   return found != sorted_.end() && found->first == value ? found->second : -1;
 }
 
-BlockLineIndex::BlockLineIndex(const TextLines& lines) : count_(static_cast<int>(lines.size())) {
+BlockLineIndex::BlockLineIndex(const LineViews& lines) : count_(static_cast<int>(lines.size())) {
   const std::size_t n = lines.size();
   facts_.reserve(n);
-  for (const std::string& line : lines) facts_.push_back(ReadFacts(line));
+  for (std::string_view line : lines) facts_.push_back(ReadFacts(line));
 
   beginDepth_.assign(n + 1, 0);
   generateDepth_.assign(n + 1, 0);
@@ -166,16 +170,16 @@ std::int64_t BlockLineIndex::BodyLevels(int start, int line) const {
 }
 
 int FindAlwaysEnd(const TextLines& lines, int start) {
-  return BlockLineIndex(lines).FindAlwaysEnd(start);
+  return BlockLineIndex(ViewsOf(lines)).FindAlwaysEnd(start);
 }
 
 int FindGenerateEnd(const TextLines& lines, int start) {
-  return BlockLineIndex(lines).FindGenerateEnd(start);
+  return BlockLineIndex(ViewsOf(lines)).FindGenerateEnd(start);
 }
 
 void IndentBlockBody(TextLines* lines, int start, int end) {
   if (lines == nullptr || start < 0 || static_cast<std::size_t>(start) >= lines->size()) return;
-  const BlockLineIndex index(*lines);
+  const BlockLineIndex index(ViewsOf(*lines));
   const int last = std::min(end, static_cast<int>(lines->size()) - 1);
   for (int i = start; i <= last; ++i) {
     const std::int64_t levels = index.BodyLevels(start, i);

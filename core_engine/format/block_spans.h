@@ -46,7 +46,7 @@ void IndentBlockBody(TextLines* lines, int start, int end);
 // Line facts and prefix sums of one text, for the functions above.
 class BlockLineIndex {
  public:
-  explicit BlockLineIndex(const TextLines& lines);
+  explicit BlockLineIndex(const LineViews& lines);
 
   int FindAlwaysEnd(int start) const;
   int FindGenerateEnd(int start) const;

@@ -6,6 +6,8 @@
 #include "common/pattern.h"
 #include "common/pattern_table.h"
 #include "common/text_utils.h"
+#include "format/alignment_utils.h"
+#include "format/block_words.h"
 
 namespace quill {
 namespace {
@@ -36,40 +38,48 @@ std::string EndmoduleLine(std::string_view t) {
 
 }  // namespace
 
+// The patterns run only on lines whose first byte allows a match.
 std::string FlushModuleLevel(std::string_view text) {
   const PatternTable& patterns = Patterns();
-  TextLines lines = SplitLines(text);
+  LineJoiner output(text.size());
+  LineReader reader(text);
+  std::string_view line;
   bool inHeader = false;
   std::int64_t depth = 0;
-  for (std::string& line : lines) {
-    std::string t = Trim(line);
-    if (t.empty() || patterns.kLineCommentStartPattern.Search(t)) continue;
-    if (patterns.kEndmodulePattern.Search(t)) {
-      line = EndmoduleLine(t);
+  while (reader.Next(&line)) {
+    const std::string_view t = TrimmedView(line);
+    const char first = LeadingByteLower(t);
+    if (t.empty() || (first == '/' && patterns.kLineCommentStartPattern.Search(t))) {
+      output.Add(line);
+      continue;
+    }
+    if (first == 'e' && patterns.kEndmodulePattern.Search(t)) {
+      output.Add(EndmoduleLine(t));
       depth = 0;
       inHeader = false;
       continue;
     }
-    if (patterns.kModulePattern.Search(t)) {
+    if (first == 'm' && patterns.kModulePattern.Search(t)) {
+      output.Add(line);
       depth = 0;
       inHeader = true;
       continue;
     }
     // Port lines keep their place up to the ");" that closes the list.
     if (inHeader) {
-      if (!PortListClosePattern().Search(t)) continue;
+      if (first != ')' || !PortListClosePattern().Search(t)) {
+        output.Add(line);
+        continue;
+      }
       inHeader = false;
     }
-    const std::string code = RemoveLineComments(t);
-    const std::int64_t begins = CountMatches(code, patterns.kBeginPattern);
-    const std::int64_t ends = CountMatches(code, patterns.kEndPattern);
-    const std::int64_t cases = CountMatches(code, patterns.kCasePattern);
-    const std::int64_t endcases = CountMatches(code, patterns.kEndcasePattern);
-    const std::int64_t after = std::max<std::int64_t>(depth - endcases - ends, 0);
-    if (after == 0 && StartsWithDeclKeyword(t)) line = std::move(t);
-    depth = std::max<std::int64_t>(depth + cases - endcases - ends + begins, 0);
+    std::string storage;
+    const BlockWordCounts counts = CountBlockWords(CodeOf(t, &storage));
+    const std::int64_t after = std::max<std::int64_t>(depth - counts.endcases - counts.ends, 0);
+    output.Add(after == 0 && StartsWithDeclKeyword(t) ? t : line);
+    depth = std::max<std::int64_t>(depth + counts.cases - counts.endcases - counts.ends + counts.begins, 0);
   }
-  return JoinLines(lines, "\n");
+  return output.Take();
 }
 
 }  // namespace quill

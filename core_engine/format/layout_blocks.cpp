@@ -30,14 +30,17 @@ enum class BlockKind { kAlways, kGenerate };
 
 // Lines that start an always or a generate block. Every line is looked at,
 // also inside a generate block, so nested blocks get spans of their own.
-std::vector<std::pair<int, BlockKind>> FindBlockStarts(const TextLines& lines) {
+std::vector<std::pair<int, BlockKind>> FindBlockStarts(std::string_view text) {
   const PatternTable& p = Patterns();
   std::vector<std::pair<int, BlockKind>> starts;
-  for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (p.kAlwaysPattern.Search(lines[i])) {
-      starts.emplace_back(static_cast<int>(i), BlockKind::kAlways);
-    } else if (p.kGeneratePattern.Search(lines[i])) {
-      starts.emplace_back(static_cast<int>(i), BlockKind::kGenerate);
+  LineReader reader(text);
+  std::string_view line;
+  for (int i = 0; reader.Next(&line); ++i) {
+    const char first = LeadingByteLower(line);
+    if (first == 'a' && p.kAlwaysPattern.Search(line)) {
+      starts.emplace_back(i, BlockKind::kAlways);
+    } else if (first == 'g' && p.kGeneratePattern.Search(line)) {
+      starts.emplace_back(i, BlockKind::kGenerate);
     }
   }
   return starts;
@@ -74,11 +77,9 @@ std::vector<int> FindDecidingSpans(std::size_t lineCount, const std::vector<Bloc
 
 // The indentation of every line inside an always or generate block; empty
 // when the text has none.
-std::vector<Indent> PlanIndents(const TextLines& lines) {
+std::vector<Indent> PlanIndents(const LineViews& lines, const std::vector<std::pair<int, BlockKind>>& starts) {
   std::vector<Indent> indents;
   if (lines.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) return indents;
-  const std::vector<std::pair<int, BlockKind>> starts = FindBlockStarts(lines);
-  if (starts.empty()) return indents;
 
   const BlockLineIndex index(lines);
   const std::vector<BlockSpan> spans = FindBlockSpans(starts, index);
@@ -89,7 +90,7 @@ std::vector<Indent> PlanIndents(const TextLines& lines) {
     if (deciding[i] < 0) continue;
     const int line = static_cast<int>(i);
     indents[i].levels = index.BodyLevels(deciding[i], line);
-    indents[i].text = std::string_view(lines[i]).substr(index.TextBegin(line), index.TextLength(line));
+    indents[i].text = lines[i].substr(index.TextBegin(line), index.TextLength(line));
   }
   return indents;
 }
@@ -100,29 +101,46 @@ std::string_view WithoutLeadingBlanks(std::string_view line) {
   return line.substr(first);
 }
 
+// Assign and endgenerate lines go to column 0.
+bool MovesToColumnZero(std::string_view line) {
+  const PatternTable& p = Patterns();
+  const char first = LeadingByteLower(line);
+  return (first == 'a' && p.kAssignPattern.Search(line)) || (first == 'e' && p.kEndgeneratePattern.Search(line));
+}
+
 // One output line: `spaces` spaces, then `text`.
 struct OutputLine {
   std::uint64_t spaces = 0;
   std::string_view text;
 };
 
-OutputLine LayOut(const std::string& line, const Indent* indent, bool toColumnZero) {
+OutputLine LayOut(std::string_view line, const Indent* indent, bool toColumnZero) {
   if (indent != nullptr && indent->levels >= 0) {
     return OutputLine{toColumnZero ? 0 : static_cast<std::uint64_t>(indent->levels) * 4, indent->text};
   }
-  return OutputLine{0, toColumnZero ? WithoutLeadingBlanks(line) : std::string_view(line)};
+  return OutputLine{0, toColumnZero ? WithoutLeadingBlanks(line) : line};
+}
+
+// The text of a layout without blocks: only assign and endgenerate lines
+// move, and the lines are read once.
+std::string LayOutWithoutBlocks(std::string_view text) {
+  LineJoiner output(text.size());
+  LineReader reader(text);
+  std::string_view line;
+  while (reader.Next(&line)) output.Add(MovesToColumnZero(line) ? WithoutLeadingBlanks(line) : line);
+  return output.Take();
 }
 
 }  // namespace
 
 std::string LayoutBlocks(std::string_view text) {
-  const PatternTable& p = Patterns();
-  const TextLines lines = SplitLines(text);
-  const std::vector<Indent> indents = PlanIndents(lines);
+  const std::vector<std::pair<int, BlockKind>> starts = FindBlockStarts(text);
+  if (starts.empty()) return LayOutWithoutBlocks(text);
+  const LineViews lines = SplitLineViews(text);
+  const std::vector<Indent> indents = PlanIndents(lines, starts);
+  if (indents.empty()) return LayOutWithoutBlocks(text);
   std::vector<bool> toColumnZero(lines.size());
-  for (std::size_t i = 0; i < lines.size(); ++i) {
-    toColumnZero[i] = p.kAssignPattern.Search(lines[i]) || p.kEndgeneratePattern.Search(lines[i]);
-  }
+  for (std::size_t i = 0; i < lines.size(); ++i) toColumnZero[i] = MovesToColumnZero(lines[i]);
 
   auto laidOutSize = [&](bool indent) {
     std::uint64_t size = lines.size();
@@ -132,9 +150,9 @@ std::string LayoutBlocks(std::string_view text) {
     }
     return size;
   };
-  bool indent = !indents.empty();
+  bool indent = true;
   std::uint64_t size = laidOutSize(indent);
-  if (indent && size > kFixedGrowth + kGrowthFactor * text.size()) {
+  if (size > kFixedGrowth + kGrowthFactor * text.size()) {
     indent = false;
     size = laidOutSize(false);
   }

@@ -1,0 +1,37 @@
+#include "format/block_words.h"
+
+#include "common/text_utils.h"
+
+namespace quill {
+
+BlockWordCounts CountBlockWords(std::string_view code) {
+  BlockWordCounts counts;
+  std::size_t i = 0;
+  while (i < code.size()) {
+    if (!IsPatternWord(code[i])) {
+      ++i;
+      continue;
+    }
+    const std::size_t begin = i;
+    while (i < code.size() && IsPatternWord(code[i])) ++i;
+    const std::string_view word = code.substr(begin, i - begin);
+    if (word == "begin") {
+      ++counts.begins;
+    } else if (word == "end") {
+      ++counts.ends;
+    } else if (word == "case" || word == "casez" || word == "casex") {
+      ++counts.cases;
+    } else if (word == "endcase") {
+      ++counts.endcases;
+    }
+  }
+  return counts;
+}
+
+std::string_view CodeOf(std::string_view text, std::string* storage) {
+  if (text.find("//") == std::string_view::npos) return text;
+  *storage = RemoveLineComments(text);
+  return *storage;
+}
+
+}  // namespace quill
