@@ -1,6 +1,7 @@
 #include "format/align_instances.h"
 
 #include <algorithm>
+#include <deque>
 
 #include "common/pattern.h"
 #include "common/pattern_table.h"
@@ -20,9 +21,9 @@ bool IsBlankText(std::string_view s) {
 // between whole, the close line before its ")". An open-line remainder that
 // is blank or only a comment (already carried by the header) counts as an
 // empty entry. Blank entries at both ends are dropped.
-TextLines CollectEntries(const TextLines& lines, const InstanceSpan& span) {
+TextLines CollectEntries(const LineViews& lines, const InstanceSpan& span) {
   TextLines entries;
-  std::string_view remainder = std::string_view(lines[span.openLine]).substr(span.openColumn + 1);
+  std::string_view remainder = lines[span.openLine].substr(span.openColumn + 1);
   std::string_view remainderText = remainder.substr(std::min(remainder.size(), remainder.find_first_not_of(kBlanks)));
   entries.emplace_back(remainderText.empty() || remainderText.starts_with("//") ? std::string_view() : remainder);
   for (std::size_t i = span.openLine + 1; i <= span.closeLine; ++i) {
@@ -96,19 +97,21 @@ TextLines RenderInstance(const InstanceEdit& edit, ColumnWidths widths) {
 
 // Writes the rebuilt instance over its own lines; lines it no longer needs
 // become empty, and surplus lines overwrite those that follow, never past the
-// end of the text.
-void WriteOver(TextLines* lines, TextLines rebuilt, const InstanceEdit& edit) {
+// end of the text. The rebuilt lines are kept in `storage`, which never moves
+// a string it holds.
+void WriteOver(LineViews* lines, TextLines rebuilt, const InstanceEdit& edit, std::deque<std::string>* storage) {
   std::size_t row = edit.startLine;
   for (std::string& line : rebuilt) {
     if (row >= lines->size()) break;
-    (*lines)[row++] = std::move(line);
+    storage->push_back(std::move(line));
+    (*lines)[row++] = storage->back();
   }
-  for (; row <= edit.endLine && row < lines->size(); ++row) (*lines)[row].clear();
+  for (; row <= edit.endLine && row < lines->size(); ++row) (*lines)[row] = std::string_view();
 }
 
 }  // namespace
 
-std::optional<InstanceEdit> CollectInstanceEdit(const TextLines& lines, InstanceSpan span) {
+std::optional<InstanceEdit> CollectInstanceEdit(const LineViews& lines, InstanceSpan span) {
   InstanceEdit edit;
   edit.entries = CollectEntries(lines, span);
   Match match;
@@ -124,16 +127,16 @@ std::optional<InstanceEdit> CollectInstanceEdit(const TextLines& lines, Instance
   edit.header = std::move(span.header);
   edit.paramLines = std::move(span.paramLines);
   edit.nameLine = std::move(span.nameLine);
-  const std::string& lastLine = lines[span.endLine];
+  const std::string_view lastLine = lines[span.endLine];
   std::size_t slashes = lastLine.find("//");
-  if (slashes != std::string::npos) edit.closeComment = lastLine.substr(slashes);
+  if (slashes != std::string_view::npos) edit.closeComment = lastLine.substr(slashes);
   return edit;
 }
 
 std::string AlignInstances(std::string_view text) {
   // Every named connection starts with ".".
   if (text.find('.') == std::string_view::npos) return std::string(text);
-  TextLines lines = SplitLines(text);
+  LineViews lines = SplitLineViews(text);
   const ParenthesisMatches parens(lines);
   std::vector<InstanceEdit> edits;
   std::size_t row = 0;
@@ -152,7 +155,8 @@ std::string AlignInstances(std::string_view text) {
   if (edits.empty()) return std::string(text);
 
   const ColumnWidths widths = MeasureColumns(edits);
-  for (const InstanceEdit& edit : edits) WriteOver(&lines, RenderInstance(edit, widths), edit);
+  std::deque<std::string> rebuilt;
+  for (const InstanceEdit& edit : edits) WriteOver(&lines, RenderInstance(edit, widths), edit, &rebuilt);
   return JoinLines(lines, "\n");
 }
 

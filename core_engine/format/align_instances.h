@@ -39,7 +39,7 @@ struct InstanceEdit {
 
 // The port list of the instance at `span`, parsed; nothing when it holds no
 // named connection.
-std::optional<InstanceEdit> CollectInstanceEdit(const TextLines& lines, InstanceSpan span);
+std::optional<InstanceEdit> CollectInstanceEdit(const LineViews& lines, InstanceSpan span);
 
 // Aligns the named connections of module instances into shared columns.
 std::string AlignInstances(std::string_view text);

@@ -5,6 +5,7 @@
 
 #include "common/pattern.h"
 #include "common/pattern_table.h"
+#include "format/alignment_utils.h"
 
 namespace quill {
 namespace {
@@ -36,6 +37,14 @@ std::string CollapseBlankRuns(std::string_view s) {
   return kBlankRunPattern.ReplaceAll(s, " ");
 }
 
+// Whether a word of kBlockKeywordPattern (module, function, task, if, else,
+// case..., for, while, forever, assign, always..., initial, generate,
+// endgenerate, specify, endspecify) can begin with `c`, in any case.
+bool MayStartBlockKeyword(char c) {
+  constexpr std::string_view kFirstLetters = "mftiecwagsMFTIECWAGS";
+  return kFirstLetters.find(c) != std::string_view::npos;
+}
+
 bool IsCommentOrBlankLine(std::string_view line) {
   std::string_view rest = line.substr(LeadingBlanks(line));
   return rest.empty() || rest.starts_with("//");
@@ -59,7 +68,7 @@ HeaderParts ReadPlainHeader(std::string_view line, std::size_t start, std::size_
 
 // "type #(" with the parameter block closed on the same line or a later one,
 // followed by "name (".
-std::optional<HeaderParts> ReadParamHeader(const TextLines& lines, const ParenthesisMatches& parens, std::size_t start,
+std::optional<HeaderParts> ReadParamHeader(const LineViews& lines, const ParenthesisMatches& parens, std::size_t start,
                                            std::size_t indent, const Match& head) {
   const std::size_t hashParen = indent + head.End(0) - 1;
   std::optional<TextPosition> blockClose = parens.FindClose({start, hashParen});
@@ -91,7 +100,7 @@ std::optional<HeaderParts> ReadParamHeader(const TextLines& lines, const Parenth
 
 // "type name" alone, the port list's "(" first on the next line that is
 // neither blank nor a "//" line.
-std::optional<HeaderParts> ReadSplitHeader(const TextLines& lines, std::size_t start, const Match& head) {
+std::optional<HeaderParts> ReadSplitHeader(const LineViews& lines, std::size_t start, const Match& head) {
   std::size_t next = start + 1;
   while (next < lines.size() && IsCommentOrBlankLine(lines[next])) ++next;
   if (next == lines.size()) return std::nullopt;
@@ -101,7 +110,7 @@ std::optional<HeaderParts> ReadSplitHeader(const TextLines& lines, std::size_t s
 }
 
 // A lone type word, the next line reading "name (".
-std::optional<HeaderParts> ReadTypeWordHeader(const TextLines& lines, std::size_t start, const Match& head) {
+std::optional<HeaderParts> ReadTypeWordHeader(const LineViews& lines, std::size_t start, const Match& head) {
   if (start + 1 >= lines.size()) return std::nullopt;
   std::string_view next = lines[start + 1];
   std::size_t indent = LeadingBlanks(next);
@@ -112,14 +121,21 @@ std::optional<HeaderParts> ReadTypeWordHeader(const TextLines& lines, std::size_
   return HeaderParts{{start + 1, paren}, std::move(header), 0, {}};
 }
 
-std::optional<HeaderParts> ReadHeader(const TextLines& lines, const ParenthesisMatches& parens, std::size_t start,
-                                      std::size_t indent, const std::string& trimmed) {
+// The header forms are tried in order; each runs only on a line that holds
+// what it needs: "(" or "#", or a word at the end of the line.
+std::optional<HeaderParts> ReadHeader(const LineViews& lines, const ParenthesisMatches& parens, std::size_t start,
+                                      std::size_t indent, std::string_view trimmed) {
   const PatternTable& patterns = Patterns();
+  const bool hasParen = trimmed.find('(') != std::string_view::npos;
   Match head;
-  if (patterns.kInstanceHeadPattern.Search(trimmed, &head)) return ReadPlainHeader(lines[start], start, indent, head);
-  if (patterns.kParamInstanceHeadPattern.Search(trimmed, &head)) {
+  if (hasParen && patterns.kInstanceHeadPattern.Search(trimmed, &head)) {
+    return ReadPlainHeader(lines[start], start, indent, head);
+  }
+  if (hasParen && trimmed.find('#') != std::string_view::npos &&
+      patterns.kParamInstanceHeadPattern.Search(trimmed, &head)) {
     return ReadParamHeader(lines, parens, start, indent, head);
   }
+  if (!IsPatternWord(trimmed.back())) return std::nullopt;
   if (patterns.kTypeAndNamePattern.Search(trimmed, &head)) return ReadSplitHeader(lines, start, head);
   if (patterns.kSingleWordPattern.Search(trimmed, &head)) return ReadTypeWordHeader(lines, start, head);
   return std::nullopt;
@@ -127,13 +143,13 @@ std::optional<HeaderParts> ReadHeader(const TextLines& lines, const ParenthesisM
 
 }  // namespace
 
-ParenthesisMatches::ParenthesisMatches(const TextLines& lines) {
+ParenthesisMatches::ParenthesisMatches(const LineViews& lines) {
   lineStarts_.reserve(lines.size());
   std::vector<std::size_t> pending;  // indices into opens_ still waiting for their ")"
   std::size_t base = 0;
-  for (const std::string& line : lines) {
+  for (std::string_view line : lines) {
     lineStarts_.push_back(base);
-    for (std::size_t pos = line.find_first_of("()"); pos != std::string::npos;
+    for (std::size_t pos = line.find_first_of("()"); pos != std::string_view::npos;
          pos = line.find_first_of("()", pos + 1)) {
       if (line[pos] == '(') {
         pending.push_back(opens_.size());
@@ -160,13 +176,14 @@ std::optional<TextPosition> ParenthesisMatches::FindClose(TextPosition open) con
   return TextPosition{line, close - lineStarts_[line]};
 }
 
-std::optional<InstanceSpan> FindInstance(const TextLines& lines, const ParenthesisMatches& parens, std::size_t start) {
+std::optional<InstanceSpan> FindInstance(const LineViews& lines, const ParenthesisMatches& parens, std::size_t start) {
   if (start >= lines.size()) return std::nullopt;
-  const std::string& line = lines[start];
-  const std::string trimmed = Trim(line);
-  if (trimmed.empty() || trimmed.starts_with("//") || Patterns().kBlockKeywordPattern.Search(trimmed)) {
-    return std::nullopt;
-  }
+  const std::string_view line = lines[start];
+  const std::string_view trimmed = TrimmedView(line);
+  // Every header form begins with a word; no block keyword starts an
+  // instance.
+  if (trimmed.empty() || !IsPatternWord(trimmed[0])) return std::nullopt;
+  if (MayStartBlockKeyword(trimmed[0]) && Patterns().kBlockKeywordPattern.Search(trimmed)) return std::nullopt;
   const std::size_t indent = LeadingBlanks(line);
   std::optional<HeaderParts> parts = ReadHeader(lines, parens, start, indent, trimmed);
   if (!parts) return std::nullopt;
@@ -188,7 +205,8 @@ std::optional<InstanceSpan> FindInstance(const TextLines& lines, const Parenthes
 }
 
 std::optional<InstanceSpan> FindInstance(const TextLines& lines, std::size_t start) {
-  return FindInstance(lines, ParenthesisMatches(lines), start);
+  const LineViews views = ViewsOf(lines);
+  return FindInstance(views, ParenthesisMatches(views), start);
 }
 
 }  // namespace quill

@@ -24,7 +24,8 @@ struct TextPosition {
 // ")" never comes costs no rescan of the rest of the text.
 class ParenthesisMatches {
  public:
-  explicit ParenthesisMatches(const TextLines& lines);
+  explicit ParenthesisMatches(const LineViews& lines);
+  explicit ParenthesisMatches(const TextLines& lines) : ParenthesisMatches(ViewsOf(lines)) {}
 
   // The ")" that balances the "(" at `open`; nothing when the text ends
   // first or no "(" stands there.
@@ -53,7 +54,7 @@ struct InstanceSpan {
 };
 
 // The instance whose header starts at line `start`, or nothing.
-std::optional<InstanceSpan> FindInstance(const TextLines& lines, const ParenthesisMatches& parens, std::size_t start);
+std::optional<InstanceSpan> FindInstance(const LineViews& lines, const ParenthesisMatches& parens, std::size_t start);
 
 // The same, for a single question: builds the parenthesis matches of `lines`
 // first, which costs a pass over the whole text.
