@@ -5,13 +5,38 @@
 #include "common/pattern_table.h"
 
 namespace quill {
+namespace {
+
+char FoldAsciiCase(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+}  // namespace
 
 char LeadingByteLower(std::string_view s) {
   for (char c : s) {
     if (IsPatternSpace(c)) continue;
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    return FoldAsciiCase(c);
   }
   return '\0';
+}
+
+std::string_view LeadingPatternWord(std::string_view s) {
+  std::size_t begin = 0;
+  while (begin < s.size() && IsPatternSpace(s[begin])) ++begin;
+  std::size_t end = begin;
+  while (end < s.size() && IsPatternWord(s[end])) ++end;
+  return s.substr(begin, end - begin);
+}
+
+bool IsOneOfIgnoringCase(std::string_view word, std::initializer_list<std::string_view> words) {
+  for (std::string_view candidate : words) {
+    if (word.size() != candidate.size()) continue;
+    std::size_t i = 0;
+    while (i < word.size() && FoldAsciiCase(word[i]) == candidate[i]) ++i;
+    if (i == word.size()) return true;
+  }
+  return false;
 }
 
 std::string TrimLeft(std::string_view s) {
@@ -26,9 +51,12 @@ std::string Trim(std::string_view s) {
   return TrimLeft(s.substr(0, last));
 }
 
+// A plain loop: find_last_not_of would look each byte up in `chars` with a
+// library call.
 std::string_view TrimRightOf(std::string_view s, std::string_view chars) {
-  std::size_t last = s.find_last_not_of(chars);
-  return last == std::string_view::npos ? std::string_view() : s.substr(0, last + 1);
+  std::size_t end = s.size();
+  while (end > 0 && chars.find(s[end - 1]) != std::string_view::npos) --end;
+  return end == 0 ? std::string_view() : s.substr(0, end);
 }
 
 namespace {

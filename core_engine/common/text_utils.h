@@ -3,8 +3,11 @@
 #ifndef QUILL_COMMON_TEXT_UTILS_H_
 #define QUILL_COMMON_TEXT_UTILS_H_
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,6 +21,14 @@ namespace quill {
 // '\0' when there is none. One byte decides that a pattern anchored as
 // "^\s*word" cannot match, before the pattern runs.
 char LeadingByteLower(std::string_view s);
+
+// The run of \w bytes after the leading \s bytes of `s`. A pattern of the
+// form "^\s*(word|word...)\b" matches only where this is one of its words.
+std::string_view LeadingPatternWord(std::string_view s);
+
+// Whether `word` is one of `words` (given in lower case), ignoring ASCII
+// letter case.
+bool IsOneOfIgnoringCase(std::string_view word, std::initializer_list<std::string_view> words);
 
 // A text as its lines, without line terminators.
 using TextLines = std::vector<std::string>;
@@ -35,8 +46,16 @@ inline bool IsPatternSpace(char c) {
 }
 
 // \w of the patterns: ASCII letters, digits and "_".
+inline constexpr std::array<bool, 256> kPatternWordBytes = [] {
+  std::array<bool, 256> word{};
+  for (int c = 0; c < 256; ++c) {
+    word[static_cast<std::size_t>(c)] =
+        (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+  }
+  return word;
+}();
 inline bool IsPatternWord(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+  return kPatternWordBytes[static_cast<unsigned char>(c)];
 }
 
 // The text from its first non-blank byte on; "" when all blank.
