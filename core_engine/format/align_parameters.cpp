@@ -86,14 +86,10 @@ class ParamListTracker {
   std::int64_t depth_ = 0;
 };
 
-// Whether the text after leading white space could begin with a word of
-// kBodyItemPattern: module, endmodule, always..., initial or assign.
-bool MayStartBodyItem(std::string_view t) {
-  std::size_t first = 0;
-  while (first < t.size() && IsPatternSpace(t[first])) ++first;
-  if (first == t.size()) return false;
-  const char c = t[first];
-  return c == 'm' || c == 'M' || c == 'e' || c == 'E' || c == 'a' || c == 'A' || c == 'i' || c == 'I';
+bool IsBodyItem(std::string_view t) {
+  return IsOneOfIgnoringCase(LeadingPatternWord(t),
+                             {"module", "endmodule", "always", "always_ff", "always_comb", "initial", "assign"}) &&
+         LocalPatterns().kBodyItemPattern.Search(t);
 }
 
 std::string ToLower(std::string_view word) {
@@ -113,7 +109,7 @@ std::optional<ParamRecord> ReadParameter(std::string_view line) {
   if (line.find('=') == std::string_view::npos) return std::nullopt;
   const std::string_view t = TrimmedView(line);
   if (t.empty() || t.substr(0, 2) == "//") return std::nullopt;
-  if (MayStartBodyItem(t) && LocalPatterns().kBodyItemPattern.Search(t)) return std::nullopt;
+  if (IsBodyItem(t)) return std::nullopt;
   std::optional<LineGroups> groups = ScanParamDecl(line);
   if (!groups) return std::nullopt;
   ParamRecord record;

@@ -1,21 +1,21 @@
-// Finding where always and generate blocks end, and indenting their bodies.
+// Finding where always and generate blocks end, and indenting their bodies,
+// each in one read of the lines in order.
 //
-// Everything these steps look at in a line (counts of block words in its
-// code, whether it starts a statement, ends in an "if (...)" header, is a bare
-// case label) depends only on the line's trimmed text, which re-indenting
-// does not change. `BlockLineIndex` reads those facts once per text and keeps
-// prefix sums of the nesting counts, so that each block end and each body
-// line costs O(log n) or O(1) however many blocks nest or overlap.
+// A block ends where a running count (begin/end, generate/endgenerate)
+// returns to its value before the block's start line. Blocks that wait for a
+// count are kept by the value they wait for, and a count only needs looking
+// up on a line that changes it, so each line costs constant time however many
+// blocks nest or overlap; nothing as long as the text is kept.
 #ifndef QUILL_FORMAT_BLOCK_SPANS_H_
 #define QUILL_FORMAT_BLOCK_SPANS_H_
 
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
-#include <utility>
+#include <unordered_map>
 #include <vector>
 
 #include "common/text_utils.h"
+#include "format/block_line_facts.h"
 
 namespace quill {
 
@@ -43,81 +43,81 @@ int FindGenerateEnd(const TextLines& lines, int start);
 // `start` is out of range; `end` is limited to the last line.
 void IndentBlockBody(TextLines* lines, int start, int end);
 
-// Line facts and prefix sums of one text, for the functions above.
-class BlockLineIndex {
+// A block with what indenting its body needs.
+struct Block {
+  BlockSpan span;
+  // "begin" on the start line, or the first significant line after it is
+  // "begin" alone.
+  bool hasBegin = false;
+  // The begin/end and case/endcase counts before the start line.
+  std::int64_t beginDepthAtStart = 0;
+  std::int64_t caseDepthAtStart = 0;
+};
+
+// Reads lines in order and finds where each block that starts on one of
+// them ends.
+class BlockEndFinder {
  public:
-  explicit BlockLineIndex(const LineViews& lines);
+  // `firstLine` is the number of the first line to be read.
+  explicit BlockEndFinder(int firstLine = 0) : line_(firstLine) {}
 
-  int FindAlwaysEnd(int start) const;
-  int FindGenerateEnd(int start) const;
+  // Reads the next line; `start` tells which block starts on it.
+  void Add(const BlockLineFacts& facts, BlockKind start);
 
-  // The number of four-space steps that IndentBlockBody from `start` gives
-  // line `line` (start <= line), or -1 for a blank line, which it leaves as
-  // it is.
-  std::int64_t BodyLevels(int start, int line) const;
-
-  // Where the line's trimmed text lies within the line.
-  std::size_t TextBegin(int line) const { return Facts(line).textBegin; }
-  std::size_t TextLength(int line) const { return Facts(line).textLength; }
+  // The blocks by start line, once all lines are read; a block that never
+  // ends ends on the last line.
+  std::vector<Block> Finish();
 
  private:
-  struct LineFacts {
-    std::size_t textBegin = 0;
-    std::size_t textLength = 0;
-    // Matches in the line's code (the trimmed text without "//" comments).
-    std::int32_t begins = 0;
-    std::int32_t ends = 0;
-    std::int32_t cases = 0;
-    std::int32_t endcases = 0;
-    bool opensGenerate = false;
-    bool closesGenerate = false;
-    bool startsStatement = false;
-    // "begin" anywhere in the line, comments included.
-    bool mentionsBegin = false;
-    // The trimmed text is exactly "begin".
-    bool isLoneBegin = false;
-    // Neither blank nor a "//" comment line.
-    bool isSignificant = false;
-    bool endsIfHeader = false;
-    bool isBareLabel = false;
-  };
+  using Waiting = std::unordered_map<std::int64_t, std::vector<std::size_t>>;
+  static constexpr int kOpen = -1;
 
-  // Positions of a prefix-sum array grouped by value, to find where the
-  // running count first returns to a given value.
-  class ValuePositions {
-   public:
-    ValuePositions() = default;
-    explicit ValuePositions(const std::vector<std::int64_t>& prefix);
-    // The first position >= from whose prefix value is `value`, or -1.
-    int Find(std::int64_t value, int from) const;
+  // Ends on the current line every block waiting for `value`.
+  void EndBlocksWaitingFor(Waiting* waiting, std::int64_t value);
 
-   private:
-    std::vector<std::pair<std::int64_t, int>> sorted_;
-  };
+  int line_;
+  std::int64_t beginDepth_ = 0;
+  std::int64_t caseDepth_ = 0;
+  std::int64_t generateDepth_ = 0;
+  std::vector<Block> blocks_;
+  // Always blocks before their first "begin"; they end before the next
+  // statement start.
+  std::vector<std::size_t> beforeBegin_;
+  // Blocks whose start line has no "begin": the next significant line
+  // decides whether they have one.
+  std::vector<std::size_t> beforeStatement_;
+  // Blocks waiting for the begin/end or generate count to return, by value.
+  Waiting beginReturn_;
+  Waiting generateReturn_;
+};
 
-  static LineFacts ReadFacts(std::string_view line);
+// The indentation of block body lines, read in order. Each line keeps the
+// indentation of the block with the greatest start that holds it, since the
+// blocks are applied in order of their start and each rewrites all of its
+// lines from their trimmed text alone.
+class BodyIndenter {
+ public:
+  // `blocks` by ascending start; `firstLine` is the number of the first line
+  // to be read.
+  explicit BodyIndenter(std::vector<Block> blocks, int firstLine = 0);
 
-  const LineFacts& Facts(int line) const { return facts_[static_cast<std::size_t>(line)]; }
-  static std::int64_t At(const std::vector<std::int64_t>& values, int i) { return values[static_cast<std::size_t>(i)]; }
-  static int At(const std::vector<int>& values, int i) { return values[static_cast<std::size_t>(i)]; }
+  // The number of four-space steps for the next line, or -1 when it keeps
+  // its text as it is (outside every block, or blank).
+  std::int64_t Next(const BlockLineFacts& facts);
 
-  int count_ = 0;
-  std::vector<LineFacts> facts_;
-  // Prefix sums over lines [0, i): begins - ends; opened - closed generates;
-  // begins - ends + cases - endcases; cases - endcases.
-  std::vector<std::int64_t> beginDepth_;
-  std::vector<std::int64_t> generateDepth_;
-  std::vector<std::int64_t> bodyDepth_;
-  std::vector<std::int64_t> caseDepth_;
-  // The first line >= i with a "begin" in its code / starting a statement /
-  // significant; count_ when there is none.
-  std::vector<int> nextBegin_;
-  std::vector<int> nextStatement_;
-  std::vector<int> nextSignificant_;
-  // The last non-blank line < i, or -1.
-  std::vector<int> previousNonBlank_;
-  ValuePositions beginReturns_;
-  ValuePositions generateReturns_;
+ private:
+  std::vector<Block> blocks_;
+  std::size_t nextBlock_ = 0;
+  std::vector<std::size_t> open_;
+  int line_;
+  std::int64_t beginDepth_ = 0;
+  std::int64_t caseDepth_ = 0;
+  // The last non-blank line read, for the step after an "if (...)" header
+  // or a bare case label.
+  int previousLine_ = -1;
+  bool previousEndsIfHeader_ = false;
+  bool previousIsBareLabel_ = false;
+  std::int64_t caseDepthAfterPrevious_ = 0;
 };
 
 }  // namespace quill

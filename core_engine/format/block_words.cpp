@@ -15,14 +15,25 @@ BlockWordCounts CountBlockWords(std::string_view code) {
     const std::size_t begin = i;
     while (i < code.size() && IsPatternWord(code[i])) ++i;
     const std::string_view word = code.substr(begin, i - begin);
-    if (word == "begin") {
-      ++counts.begins;
-    } else if (word == "end") {
-      ++counts.ends;
-    } else if (word == "case" || word == "casez" || word == "casex") {
-      ++counts.cases;
-    } else if (word == "endcase") {
-      ++counts.endcases;
+    switch (word.size()) {
+      case 3:
+        if (word == "end") ++counts.ends;
+        break;
+      case 4:
+        if (word == "case") ++counts.cases;
+        break;
+      case 5:
+        if (word == "begin") {
+          ++counts.begins;
+        } else if (word == "casez" || word == "casex") {
+          ++counts.cases;
+        }
+        break;
+      case 7:
+        if (word == "endcase") ++counts.endcases;
+        break;
+      default:
+        break;
     }
   }
   return counts;

@@ -3,6 +3,7 @@
 #include <initializer_list>
 
 #include "common/text_utils.h"
+#include "format/instance_heads.h"
 
 namespace quill {
 namespace {
@@ -19,51 +20,6 @@ bool IsOneOf(std::string_view word, std::initializer_list<std::string_view> word
   return false;
 }
 
-std::size_t SkipWord(std::string_view s, std::size_t pos) {
-  while (pos < s.size() && IsPatternWord(s[pos])) ++pos;
-  return pos;
-}
-
-std::size_t SkipSpaces(std::string_view s, std::size_t pos) {
-  while (pos < s.size() && IsPatternSpace(s[pos])) ++pos;
-  return pos;
-}
-
-// "^\w+\s+\w+\s*\(" or "^\w+\s+#\s*\(", given the length of the leading
-// word: each run is maximal in any match, so one walk decides.
-bool IsInstanceHead(std::string_view t, std::size_t wordEnd) {
-  if (wordEnd == 0) return false;
-  const std::size_t second = SkipSpaces(t, wordEnd);
-  if (second == wordEnd || second == t.size()) return false;
-  std::size_t after = second + 1;
-  if (t[second] != '#') {
-    after = SkipWord(t, second);
-    if (after == second) return false;
-  }
-  const std::size_t paren = SkipSpaces(t, after);
-  return paren < t.size() && t[paren] == '(';
-}
-
-char FoldCase(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool EqualsIgnoringCase(std::string_view word, std::string_view lower) {
-  if (word.size() != lower.size()) return false;
-  for (std::size_t i = 0; i < word.size(); ++i) {
-    if (FoldCase(word[i]) != lower[i]) return false;
-  }
-  return true;
-}
-
-// Whether `word` is one of `words` (lower case), ignoring ASCII letter case.
-bool IsOneOfIgnoringCase(std::string_view word, std::initializer_list<std::string_view> words) {
-  for (std::string_view candidate : words) {
-    if (EqualsIgnoringCase(word, candidate)) return true;
-  }
-  return false;
-}
-
 }  // namespace
 
 std::string_view LineLabel(std::string_view line) {
@@ -71,7 +27,8 @@ std::string_view LineLabel(std::string_view line) {
   while (first < line.size() && IsBlank(line[first])) ++first;
   const std::string_view t = line.substr(first);
   if (t.empty() || t.starts_with("//") || t.starts_with("/*")) return "";
-  const std::size_t wordEnd = SkipWord(t, 0);
+  std::size_t wordEnd = 0;
+  while (wordEnd < t.size() && IsPatternWord(t[wordEnd])) ++wordEnd;
   const std::string_view word = t.substr(0, wordEnd);
   // Lines that have no kind although a later rule would give them one;
   // these words count only in lower case.
@@ -90,7 +47,7 @@ std::string_view LineLabel(std::string_view line) {
   if (IsOneOfIgnoringCase(word, {"generate"})) return "GENERATE";
   if (IsOneOfIgnoringCase(word, {"function", "task"})) return "FUNCTION";
   // A module instance, with or without a parameter list.
-  if (IsInstanceHead(t, wordEnd)) return "INST";
+  if (HasInstanceHead(t) || HasParamInstanceHead(t)) return "INST";
   return "";
 }
 

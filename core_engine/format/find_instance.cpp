@@ -6,6 +6,7 @@
 #include "common/pattern.h"
 #include "common/pattern_table.h"
 #include "format/alignment_utils.h"
+#include "format/instance_heads.h"
 
 namespace quill {
 namespace {
@@ -37,12 +38,12 @@ std::string CollapseBlankRuns(std::string_view s) {
   return kBlankRunPattern.ReplaceAll(s, " ");
 }
 
-// Whether a word of kBlockKeywordPattern (module, function, task, if, else,
-// case..., for, while, forever, assign, always..., initial, generate,
-// endgenerate, specify, endspecify) can begin with `c`, in any case.
-bool MayStartBlockKeyword(char c) {
-  constexpr std::string_view kFirstLetters = "mftiecwagsMFTIECWAGS";
-  return kFirstLetters.find(c) != std::string_view::npos;
+bool StartsWithBlockKeyword(std::string_view trimmed) {
+  return IsOneOfIgnoringCase(LeadingPatternWord(trimmed),
+                             {"module",      "function", "task",     "if",          "else",    "case",      "casex",
+                              "casez",       "for",      "while",    "forever",     "assign",  "always",    "always_ff",
+                              "always_comb", "initial",  "generate", "endgenerate", "specify", "endspecify"}) &&
+         Patterns().kBlockKeywordPattern.Search(trimmed);
 }
 
 bool IsCommentOrBlankLine(std::string_view line) {
@@ -121,23 +122,24 @@ std::optional<HeaderParts> ReadTypeWordHeader(const LineViews& lines, std::size_
   return HeaderParts{{start + 1, paren}, std::move(header), 0, {}};
 }
 
-// The header forms are tried in order; each runs only on a line that holds
-// what it needs: "(" or "#", or a word at the end of the line.
+// The header forms are tried in order; each pattern runs only on a line of
+// its shape.
 std::optional<HeaderParts> ReadHeader(const LineViews& lines, const ParenthesisMatches& parens, std::size_t start,
                                       std::size_t indent, std::string_view trimmed) {
   const PatternTable& patterns = Patterns();
-  const bool hasParen = trimmed.find('(') != std::string_view::npos;
   Match head;
-  if (hasParen && patterns.kInstanceHeadPattern.Search(trimmed, &head)) {
+  if (HasInstanceHead(trimmed) && patterns.kInstanceHeadPattern.Search(trimmed, &head)) {
     return ReadPlainHeader(lines[start], start, indent, head);
   }
-  if (hasParen && trimmed.find('#') != std::string_view::npos &&
-      patterns.kParamInstanceHeadPattern.Search(trimmed, &head)) {
+  if (HasParamInstanceHead(trimmed) && patterns.kParamInstanceHeadPattern.Search(trimmed, &head)) {
     return ReadParamHeader(lines, parens, start, indent, head);
   }
-  if (!IsPatternWord(trimmed.back())) return std::nullopt;
-  if (patterns.kTypeAndNamePattern.Search(trimmed, &head)) return ReadSplitHeader(lines, start, head);
-  if (patterns.kSingleWordPattern.Search(trimmed, &head)) return ReadTypeWordHeader(lines, start, head);
+  if (IsTypeAndName(trimmed) && patterns.kTypeAndNamePattern.Search(trimmed, &head)) {
+    return ReadSplitHeader(lines, start, head);
+  }
+  if (IsSingleWord(trimmed) && patterns.kSingleWordPattern.Search(trimmed, &head)) {
+    return ReadTypeWordHeader(lines, start, head);
+  }
   return std::nullopt;
 }
 
@@ -149,13 +151,12 @@ ParenthesisMatches::ParenthesisMatches(const LineViews& lines) {
   std::size_t base = 0;
   for (std::string_view line : lines) {
     lineStarts_.push_back(base);
-    for (std::size_t pos = line.find_first_of("()"); pos != std::string_view::npos;
-         pos = line.find_first_of("()", pos + 1)) {
+    for (std::size_t pos = 0; pos < line.size(); ++pos) {
       if (line[pos] == '(') {
         pending.push_back(opens_.size());
         opens_.push_back(base + pos);
         closes_.push_back(kNone);
-      } else if (!pending.empty()) {
+      } else if (line[pos] == ')' && !pending.empty()) {
         closes_[pending.back()] = base + pos;
         pending.pop_back();
       }
@@ -183,7 +184,7 @@ std::optional<InstanceSpan> FindInstance(const LineViews& lines, const Parenthes
   // Every header form begins with a word; no block keyword starts an
   // instance.
   if (trimmed.empty() || !IsPatternWord(trimmed[0])) return std::nullopt;
-  if (MayStartBlockKeyword(trimmed[0]) && Patterns().kBlockKeywordPattern.Search(trimmed)) return std::nullopt;
+  if (StartsWithBlockKeyword(trimmed)) return std::nullopt;
   const std::size_t indent = LeadingBlanks(line);
   std::optional<HeaderParts> parts = ReadHeader(lines, parens, start, indent, trimmed);
   if (!parts) return std::nullopt;

@@ -38,7 +38,8 @@ std::string EndmoduleLine(std::string_view t) {
 
 }  // namespace
 
-// The patterns run only on lines whose first byte allows a match.
+// An anchored pattern runs only on a line whose first byte or leading word
+// allows a match.
 std::string FlushModuleLevel(std::string_view text) {
   const PatternTable& patterns = Patterns();
   LineJoiner output(text.size());
@@ -49,17 +50,18 @@ std::string FlushModuleLevel(std::string_view text) {
   while (reader.Next(&line)) {
     const std::string_view t = TrimmedView(line);
     const char first = LeadingByteLower(t);
+    const std::string_view word = LeadingPatternWord(t);
     if (t.empty() || (first == '/' && patterns.kLineCommentStartPattern.Search(t))) {
       output.Add(line);
       continue;
     }
-    if (first == 'e' && patterns.kEndmodulePattern.Search(t)) {
+    if (IsOneOfIgnoringCase(word, {"endmodule"}) && patterns.kEndmodulePattern.Search(t)) {
       output.Add(EndmoduleLine(t));
       depth = 0;
       inHeader = false;
       continue;
     }
-    if (first == 'm' && patterns.kModulePattern.Search(t)) {
+    if (IsOneOfIgnoringCase(word, {"module"}) && patterns.kModulePattern.Search(t)) {
       output.Add(line);
       depth = 0;
       inHeader = true;
