@@ -9,7 +9,10 @@ with both reports. Shrunk inputs are written to --out (outside the repository).
 
 Usage:
   compare_lint.py [--lib build/xl/core_engine/libquill.so] [--corpus DIR] [--mutations N]
-                  [--generated N] [--random-modules N] [--soups N] [--seed S] [--max-reports N] [--out DIR] [--file PATH]
+                  [--generated N] [--random-modules N] [--soups N] [--seed S] [--max-reports N] [--out DIR]
+                  [--file PATH] [--large]
+
+--large compares only a few large constructed inputs (slow in the model: minutes).
 """
 
 import argparse
@@ -355,6 +358,29 @@ def Mutate(data, rng):
     return data.replace(b"default", b"dflt", rng.randint(1, 3))
 
 
+def LargeInputs():
+    """Inputs whose documented analysis grows with the square of their size: long "=" chains on one
+    line, many always_comb blocks that take one later body, always bodies that run on to the end."""
+    return [
+        ("assignment chain", b"module m;\nalways @(*) x" + b" = x" * 6000 + b";\nendmodule\n"),
+        ("shared body", b"module m;\n" + b"always_comb\n" * 1000 + b"always @(a) begin\n  if (a) y = 1;\n" +
+         b" " * 80000 + b"\nend\nendmodule\n"),
+        ("nested bodies", b"module m;\n" + b"always @(a) begin\n" * 3000 + b"if (a) y = 1;\n"),
+    ]
+
+
+def CheckLarge(comparer):
+    divergent = 0
+    for label, data in LargeInputs():
+        engineReport, referenceReport = comparer.Reports(data)
+        same = engineReport == referenceReport
+        divergent += not same
+        print("%s (%d bytes): %s, %d engine findings, %d reference findings" %
+              (label, len(data), "same" if same else "DIVERGENT", len(Findings(engineReport)),
+               len(Findings(referenceReport))))
+    return divergent
+
+
 # ---------------------------------------------------------------------------
 # Driver
 
@@ -408,10 +434,14 @@ def main():
     parser.add_argument("--max-reports", type=int, default=40)
     parser.add_argument("--out", default="")
     parser.add_argument("--file", action="append", default=[])
+    parser.add_argument("--large", action="store_true", help="only compare the few large constructed inputs")
     args = parser.parse_args()
 
     rng = random.Random(args.seed)
-    run = Run(Comparer(Engine(args.lib)), args.out, args.max_reports)
+    comparer = Comparer(Engine(args.lib))
+    if args.large:
+        return 1 if CheckLarge(comparer) else 0
+    run = Run(comparer, args.out, args.max_reports)
     files = args.file or CorpusFiles(args.corpus)
     for path in files:
         with open(path, "rb") as f:
