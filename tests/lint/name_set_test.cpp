@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <stdexcept>
 #include <string>
 
 #include "lint/name_set.h"
@@ -57,6 +58,42 @@ TEST(NameMapTest, SharesEntriesAcrossCase) {
   ASSERT_EQ(counts.size(), 1u);
   EXPECT_EQ(counts.begin()->first, "Clk");
   EXPECT_EQ(counts.begin()->second, 2);
+}
+
+TEST(NameSetTest, KeepsEveryNameThroughGrowthInInsertionOrder) {
+  NameSet names;
+  for (int i = 0; i < 10000; ++i) EXPECT_TRUE(names.insert("sig_" + std::to_string(i)).second);
+  for (int i = 0; i < 10000; ++i) EXPECT_FALSE(names.emplace("SIG_" + std::to_string(i)).second);
+  ASSERT_EQ(names.size(), 10000u);
+  int expected = 0;
+  for (const std::string& name : names) EXPECT_EQ(name, "sig_" + std::to_string(expected++));
+  EXPECT_EQ(names.count("Sig_9999"), 1u);
+  EXPECT_EQ(names.count("sig_10000"), 0u);
+}
+
+TEST(NameSetTest, EqualityIgnoresOrderAndCase) {
+  EXPECT_EQ((NameSet{"a", "B", "c"}), (NameSet{"C", "b", "A"}));
+  EXPECT_FALSE((NameSet{"a", "b"}) == (NameSet{"a", "c"}));
+  EXPECT_FALSE((NameSet{"a"}) == (NameSet{"a", "b"}));
+  EXPECT_EQ(NameSet{}, NameSet{});
+}
+
+TEST(NameSetTest, EmptyNameIsAName) {
+  NameSet names;
+  EXPECT_EQ(names.count(""), 0u);
+  names.insert("");
+  EXPECT_EQ(names.count(""), 1u);
+  EXPECT_EQ(names.size(), 1u);
+}
+
+TEST(NameMapTest, EmplaceKeepsTheFirstValueAndEqualityComparesValues) {
+  NameMap lines;
+  EXPECT_TRUE(lines.emplace("x", 7).second);
+  EXPECT_FALSE(lines.emplace("X", 3).second);
+  EXPECT_EQ(lines.at("x"), 7);
+  EXPECT_THROW(lines.at("y"), std::out_of_range);
+  EXPECT_EQ(lines, (NameMap{{"X", 7}}));
+  EXPECT_FALSE(lines == (NameMap{{"x", 8}}));
 }
 
 TEST(ToLowerAsciiTest, LowersOnlyAsciiLetters) {
