@@ -7,6 +7,7 @@
 #include "common/text_utils.h"
 #include "lint/identifiers.h"
 #include "lint/steps.h"
+#include "lint/word_scan.h"
 
 namespace quill {
 namespace {
@@ -79,6 +80,18 @@ std::string RemoveBracketGroups(std::string_view s) {
   }
 }
 
+// Whether the first byte after leading white space can begin one of the
+// declaration keywords; the line pattern is only tried where it can.
+bool MayStartDeclaration(std::string_view line) {
+  std::size_t i = 0;
+  while (i < line.size() && IsSpaceByte(line[i])) ++i;
+  if (i == line.size()) return false;
+  switch (FoldAscii(line[i])) {
+    case 'i': case 'o': case 'w': case 'r': case 'l': return true;
+    default: return false;
+  }
+}
+
 SignalKind KindOf(std::string_view keyword, std::string_view type) {
   if (keyword == "input") return SignalKind::kInput;
   if (keyword == "output") return SignalKind::kOutput;
@@ -98,7 +111,7 @@ void ExtractDeclarations(std::string_view text, ModuleModel& model) {
   const std::vector<std::string_view> lines = DeclarationLines(text);
   Match match;
   for (std::size_t k = 0; k < lines.size(); ++k) {
-    if (!patterns.kDeclLinePattern.Search(lines[k], &match)) continue;
+    if (!MayStartDeclaration(lines[k]) || !patterns.kDeclLinePattern.Search(lines[k], &match)) continue;
     const std::string keyword = ToLowerAscii(match.Group(1));
     std::string_view rest = TrimRightOf(match.Group(2), " \r\t");
     const auto declLine = static_cast<std::uint32_t>(k);

@@ -86,7 +86,7 @@ std::vector<std::size_t> BalancingParentheses(std::string_view text, const std::
   std::vector<std::pair<std::int64_t, std::size_t>> pending;  // depth before the "(", index in `opens`
   std::int64_t depth = 0;
   std::size_t next = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
+  for (std::size_t i = 0; i < text.size() && (next < opens.size() || !pending.empty()); ++i) {
     if (text[i] == '(') {
       if (next < opens.size() && opens[next] == i) pending.emplace_back(depth, next++);
       ++depth;
@@ -189,6 +189,8 @@ class InstanceFinder {
       head->type = trimmed.substr(0, typeEnd);
       return true;
     }
+    // The pattern needs a word at the start and a "(" further on.
+    if (SkipWord(trimmed, 0) == 0 || trimmed.find('(') == kNone) return false;
     static const Pattern kInstanceHeadPattern(R"(^(\w+)\s+(?:#\s*\(.*?\)\s+)?(\w+)\s*\(\s*(.*))");
     Match match;
     if (!kInstanceHeadPattern.Search(trimmed, &match)) return false;

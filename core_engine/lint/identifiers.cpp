@@ -18,7 +18,31 @@ std::string ToLowerAscii(std::string_view s) {
   return lower;
 }
 
+namespace {
+
+// For each first letter (folded), the lengths of the keywords that start with
+// it, one bit per length. Most identifiers are ruled out here without hashing.
+struct KeywordShapes {
+  std::uint32_t lengths[256] = {};
+
+  KeywordShapes() {
+    for (const std::string& keyword : KeywordSet()) {
+      if (keyword.empty() || keyword.size() >= 32) continue;
+      lengths[static_cast<unsigned char>(FoldAscii(keyword[0]))] |= 1u << keyword.size();
+    }
+  }
+
+  bool MayBeKeyword(std::string_view word) const {
+    if (word.empty() || word.size() >= 32) return true;
+    return (lengths[static_cast<unsigned char>(FoldAscii(word[0]))] >> word.size()) & 1u;
+  }
+};
+
+}  // namespace
+
 bool IsKeyword(std::string_view word) {
+  static const KeywordShapes kShapes;
+  if (!kShapes.MayBeKeyword(word)) return false;
   const NameSet& keywords = KeywordSet();
   return keywords.find(word) != keywords.end();
 }

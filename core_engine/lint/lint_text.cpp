@@ -62,9 +62,8 @@ std::string LintText(std::string_view text) {
 }
 
 std::string LintTextWith(std::string_view text, const CheckRunner& runChecks) {
-  const std::string source(text);
   try {
-    const ModuleModel model = BuildModuleModel(source);
+    const ModuleModel model = BuildModuleModel(text);
     // A text with neither a module header nor a declaration is not linted.
     if (model.moduleName.empty() && model.signals.empty()) return "[]";
     return RenderReport(runChecks(model));

@@ -12,8 +12,21 @@
 
 namespace quill {
 
+namespace word_scan_detail {
+struct WordByteTable {
+  bool isWord[256] = {};
+  constexpr WordByteTable() {
+    for (int c = 0; c < 256; ++c) {
+      isWord[c] = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+    }
+  }
+};
+inline constexpr WordByteTable kWordBytes;
+}  // namespace word_scan_detail
+
+// A table lookup: word scans run over every byte of the text several times.
 inline bool IsWordByte(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+  return word_scan_detail::kWordBytes.isWord[static_cast<unsigned char>(c)];
 }
 
 inline bool IsSpaceByte(char c) {
