@@ -41,12 +41,18 @@ std::string PrepareText(std::string_view source) {
   return prepared;
 }
 
-ModuleModel BuildModuleModel(std::string_view source) {
-  ModuleModel model;
-  if (source.empty()) return model;
-  const std::string prepared = PrepareText(source);
+namespace {
+
+// The steps that decide whether a text is linted at all: the module name and
+// the declarations.
+void BeginModuleModel(std::string_view prepared, ModuleModel& model) {
   model.moduleName = FindModuleName(prepared);
   ExtractDeclarations(prepared, model);
+}
+
+bool IsLinted(const ModuleModel& model) { return !model.moduleName.empty() || !model.signals.empty(); }
+
+void FinishModuleModel(std::string_view prepared, ModuleModel& model) {
   ExtractParameters(prepared, model);
   ExtractContinuousAssigns(prepared, model);
   ExtractAlwaysBlocks(prepared, model);
@@ -54,6 +60,16 @@ ModuleModel BuildModuleModel(std::string_view source) {
   CollectUses(model);
   CountIdentifiers(prepared, model);
   CollectPortNames(prepared, model);
+}
+
+}  // namespace
+
+ModuleModel BuildModuleModel(std::string_view source) {
+  ModuleModel model;
+  if (source.empty()) return model;
+  const std::string prepared = PrepareText(source);
+  BeginModuleModel(prepared, model);
+  FinishModuleModel(prepared, model);
   return model;
 }
 
@@ -63,9 +79,14 @@ std::string LintText(std::string_view text) {
 
 std::string LintTextWith(std::string_view text, const CheckRunner& runChecks) {
   try {
-    const ModuleModel model = BuildModuleModel(text);
-    // A text with neither a module header nor a declaration is not linted.
-    if (model.moduleName.empty() && model.signals.empty()) return "[]";
+    // A text with neither a module header nor a declaration is not linted,
+    // so the steps after those two are not run for it.
+    if (text.empty()) return "[]";
+    ModuleModel model;
+    const std::string prepared = PrepareText(text);
+    BeginModuleModel(prepared, model);
+    if (!IsLinted(model)) return "[]";
+    FinishModuleModel(prepared, model);
     return RenderReport(runChecks(model));
   } catch (const std::exception& error) {
     return ExceptionReport(error.what());
