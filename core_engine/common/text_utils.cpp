@@ -46,9 +46,15 @@ std::string TrimLeft(std::string_view s) {
 }
 
 std::string Trim(std::string_view s) {
+  return std::string(TrimmedView(s));
+}
+
+std::string_view TrimmedView(std::string_view s) {
+  std::size_t first = 0;
+  while (first < s.size() && IsBlank(s[first])) ++first;
   std::size_t last = s.size();
-  while (last > 0 && IsBlank(s[last - 1])) --last;
-  return TrimLeft(s.substr(0, last));
+  while (last > first && IsBlank(s[last - 1])) --last;
+  return s.substr(first, last - first);
 }
 
 // A plain loop: find_last_not_of would look each byte up in `chars` with a

@@ -64,6 +64,9 @@ std::string TrimLeft(std::string_view s);
 // The text without leading and trailing blanks; "" when all blank.
 std::string Trim(std::string_view s);
 
+// The bytes of Trim(s), as a view into `s`.
+std::string_view TrimmedView(std::string_view s);
+
 // The text without trailing bytes from `chars`.
 std::string_view TrimRightOf(std::string_view s, std::string_view chars);
 

@@ -2,13 +2,6 @@
 
 namespace quill {
 
-std::string_view TrimmedView(std::string_view s) {
-  s = TrimRightOf(s, " \t\n\r");
-  std::size_t first = 0;
-  while (first < s.size() && IsBlank(s[first])) ++first;
-  return s.substr(first);
-}
-
 std::string PadRight(std::string_view s, std::size_t width) {
   std::string padded(s);
   if (padded.size() < width) padded.append(width - padded.size(), ' ');

@@ -14,10 +14,6 @@
 
 namespace quill {
 
-// `s` without leading and trailing blanks, as a view into `s`; the same bytes
-// as Trim(s).
-std::string_view TrimmedView(std::string_view s);
-
 // `s` widened with trailing spaces to `width`; never cut.
 std::string PadRight(std::string_view s, std::size_t width);
 

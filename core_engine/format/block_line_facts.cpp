@@ -9,14 +9,6 @@
 namespace quill {
 namespace {
 
-std::string_view TrimmedView(std::string_view line) {
-  std::size_t first = 0;
-  while (first < line.size() && IsBlank(line[first])) ++first;
-  std::size_t last = line.size();
-  while (last > first && IsBlank(line[last - 1])) --last;
-  return line.substr(first, last - first);
-}
-
 // Whether "\bif\b\s*\(.+?\)\s*$" matches somewhere in `code`, found by one
 // scan instead of a lazy match tried from every "if". A match needs the last
 // non-space byte to be ")", and an "if (" whose "(" stands at least two bytes

@@ -110,14 +110,6 @@ int FindEnd(const TextLines& lines, int start, BlockKind kind) {
   return finder.Finish().front().span.last;
 }
 
-std::string_view TrimmedView(std::string_view line) {
-  std::size_t first = 0;
-  while (first < line.size() && IsBlank(line[first])) ++first;
-  std::size_t last = line.size();
-  while (last > first && IsBlank(line[last - 1])) --last;
-  return line.substr(first, last - first);
-}
-
 }  // namespace
 
 int FindAlwaysEnd(const TextLines& lines, int start) {

@@ -8,29 +8,17 @@
 #include <cstddef>
 #include <string_view>
 
+#include "common/text_utils.h"
 #include "lint/name_set.h"
 
 namespace quill {
 
-namespace word_scan_detail {
-struct WordByteTable {
-  bool isWord[256] = {};
-  constexpr WordByteTable() {
-    for (int c = 0; c < 256; ++c) {
-      isWord[c] = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
-    }
-  }
-};
-inline constexpr WordByteTable kWordBytes;
-}  // namespace word_scan_detail
-
-// A table lookup: word scans run over every byte of the text several times.
 inline bool IsWordByte(char c) {
-  return word_scan_detail::kWordBytes.isWord[static_cast<unsigned char>(c)];
+  return IsPatternWord(c);
 }
 
 inline bool IsSpaceByte(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
+  return IsPatternSpace(c);
 }
 
 // Whether `text` holds `word` at `pos`, ASCII letters compared without case.
