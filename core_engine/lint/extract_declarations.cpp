@@ -1,7 +1,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "common/pattern.h"
 #include "common/text_utils.h"
@@ -40,19 +39,40 @@ bool HasTerminator(std::string_view s) {
   return s.find_first_of(";)") != std::string_view::npos;
 }
 
-// The lines of the text split at each LF, each without its trailing CRs.
-std::vector<std::string_view> DeclarationLines(std::string_view text) {
-  std::vector<std::string_view> lines;
-  std::size_t start = 0;
-  for (;;) {
-    const std::size_t end = text.find('\n', start);
-    const std::string_view line = text.substr(start, end == std::string_view::npos ? text.size() - start : end - start);
-    lines.push_back(TrimRightOf(line, "\r"));
-    if (end == std::string_view::npos) break;
-    start = end + 1;
+// The lines of the text split at each LF, each without its trailing CRs,
+// read in order; the last read can be taken back.
+class LineCursor {
+ public:
+  explicit LineCursor(std::string_view text) : text_(text) {}
+
+  bool Next(std::string_view* line) {
+    if (done_) return false;
+    const std::size_t end = text_.find('\n', next_);
+    const std::size_t stop = end == std::string_view::npos ? text_.size() : end;
+    *line = TrimRightOf(text_.substr(next_, stop - next_), "\r");
+    previous_ = next_;
+    next_ = stop + 1;
+    done_ = end == std::string_view::npos;
+    ++count_;
+    return true;
   }
-  return lines;
-}
+
+  void Unread() {
+    next_ = previous_;
+    done_ = false;
+    --count_;
+  }
+
+  // The zero-based number of the line read last.
+  std::size_t Number() const { return count_ - 1; }
+
+ private:
+  std::string_view text_;
+  std::size_t next_ = 0;
+  std::size_t previous_ = 0;
+  std::size_t count_ = 0;
+  bool done_ = false;
+};
 
 // Whether the whole text is a simple identifier ("^[a-zA-Z_]\w*$").
 bool IsSimpleIdentifier(std::string_view s) {
@@ -108,13 +128,14 @@ SignalKind KindOf(std::string_view keyword, std::string_view type) {
 
 void ExtractDeclarations(std::string_view text, ModuleModel& model) {
   const DeclarationPatterns& patterns = CompiledPatterns();
-  const std::vector<std::string_view> lines = DeclarationLines(text);
+  LineCursor lines(text);
+  std::string_view line;
   Match match;
-  for (std::size_t k = 0; k < lines.size(); ++k) {
-    if (!MayStartDeclaration(lines[k]) || !patterns.kDeclLinePattern.Search(lines[k], &match)) continue;
+  while (lines.Next(&line)) {
+    if (!MayStartDeclaration(line) || !patterns.kDeclLinePattern.Search(line, &match)) continue;
     const std::string keyword = ToLowerAscii(match.Group(1));
     std::string_view rest = TrimRightOf(match.Group(2), " \r\t");
-    const auto declLine = static_cast<std::uint32_t>(k);
+    const auto declLine = static_cast<std::uint32_t>(lines.Number());
 
     std::string type;
     if (patterns.kDeclTypePattern.Search(rest, &match)) {
@@ -132,13 +153,16 @@ void ExtractDeclarations(std::string_view text, ModuleModel& model) {
     // until one of them starts a new declaration.
     std::string names(rest);
     bool closed = HasTerminator(names);
-    while (!closed && k + 1 < lines.size()) {
-      const std::string_view next = TrimOf(lines[k + 1], kTrimmed);
-      if (patterns.kDeclKeywordStartPattern.Search(next)) break;
+    std::string_view following;
+    while (!closed && lines.Next(&following)) {
+      const std::string_view next = TrimOf(following, kTrimmed);
+      if (patterns.kDeclKeywordStartPattern.Search(next)) {
+        lines.Unread();
+        break;
+      }
       names += ' ';
       names += next;
       closed = HasTerminator(next);
-      ++k;
     }
     const std::string_view list = TrimRightOf(names, ";), \t\r");
 
