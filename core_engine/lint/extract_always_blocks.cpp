@@ -237,7 +237,18 @@ struct AnalysisCache {
   std::uint32_t nonBlockingCount = 0;
   bool latchRisk = false;
   std::string latchReason;
+  std::uint64_t recordBytes = 0;
 };
+
+// About how many bytes the results of a block's body analysis take.
+std::uint64_t RecordBytes(const AlwaysBlock& block) {
+  std::uint64_t bytes = sizeof(AlwaysBlock) + block.latchReason.size();
+  for (const std::string& name : block.assignedSignals) bytes += sizeof(std::string) + name.size();
+  for (const AssignmentRecord& record : block.assignments) {
+    bytes += sizeof(AssignmentRecord) + record.target.size() + record.rhs.size();
+  }
+  return bytes;
+}
 
 // The analysis budget: bytes of body text scanned or copied per lint call.
 constexpr std::uint64_t kBudgetBase = 64u << 20;
@@ -268,9 +279,6 @@ void ExtractAlwaysBlocks(std::string_view text, ModuleModel& model) {
   for (std::size_t k = 0; k < candidates.size(); ++k) {
     const Candidate& candidate = candidates[k];
     if (candidate.bodyEnd == kNoPosition) continue;
-    const std::uint64_t bodySize = candidate.bodyEnd - candidate.bodyStart;
-    if (bodySize > model.analysisBudget) break;
-    model.analysisBudget -= bodySize;
     AlwaysBlock block;
     block.startLine = lines.LineAt(candidate.keyword);
     block.endLine = lines.LineAt(candidate.bodyEnd);
@@ -281,8 +289,13 @@ void ExtractAlwaysBlocks(std::string_view text, ModuleModel& model) {
     block.isCombinational = Contains(block.sensitivity, "*") || Contains(head, "always_comb") ||
                             Contains(head, "always_latch") || !block.isSequential;
 
-    if (cache.valid && cache.bodyStart == candidate.bodyStart && cache.bodyEnd == candidate.bodyEnd &&
-        cache.isCombinational == block.isCombinational) {
+    const bool reused = cache.valid && cache.bodyStart == candidate.bodyStart &&
+                        cache.bodyEnd == candidate.bodyEnd && cache.isCombinational == block.isCombinational;
+    // A reused analysis costs the copy of its records; a new one, its body.
+    const std::uint64_t cost = reused ? cache.recordBytes : candidate.bodyEnd - candidate.bodyStart;
+    if (cost > model.analysisBudget) break;
+    model.analysisBudget -= cost;
+    if (reused) {
       block.assignedSignals = cache.assignedSignals;
       block.assignments = cache.assignments;
       block.blockingCount = cache.blockingCount;
@@ -306,6 +319,7 @@ void ExtractAlwaysBlocks(std::string_view text, ModuleModel& model) {
         cache.nonBlockingCount = block.nonBlockingCount;
         cache.latchRisk = block.latchRisk;
         cache.latchReason = block.latchReason;
+        cache.recordBytes = RecordBytes(block);
       }
     }
     for (const std::string& name : block.assignedSignals) model.drivenSignals.insert(name);

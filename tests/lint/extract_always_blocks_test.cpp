@@ -236,6 +236,20 @@ TEST(ExtractAlwaysBlocksTest, HundredThousandAlwaysCombBeforeOneAt) {
   EXPECT_EQ(model.alwaysBlocks.back().assignments.size(), 1u);
 }
 
+TEST(ExtractAlwaysBlocksTest, AlwaysCombBlocksSharingALongLaterBodyAreAllRecorded) {
+  // The shared body is analysed once; the blocks that reuse it cost only the
+  // copy of its records, so none is left out however long the body is.
+  ModuleModel model;
+  ExtractAlwaysBlocks(Repeat("always_comb\n", 1000) + "always @(a) begin\n  if (a) y = 1;\n" +
+                          std::string(80000, ' ') + "\nend\n",
+                      model);
+  ASSERT_EQ(model.alwaysBlocks.size(), 1001u);
+  for (const AlwaysBlock& block : model.alwaysBlocks) {
+    EXPECT_EQ(block.latchReason, "if without else (if:1 else:0)");
+    EXPECT_EQ(block.assignedSignals, std::vector<std::string>{"y"});
+  }
+}
+
 TEST(ExtractAlwaysBlocksTest, ManyListsInsideOneList) {
   // Each "(" is closed by its own ")" far later; the lists themselves grow
   // with the nesting, so the count stays moderate.
