@@ -242,7 +242,7 @@ kSoupAlphabet = b"aAgGeEtT_pPoOrRsS-{}[]#\"\\ \t\n\r;,.$0159LVDSINW\x00\x80\xbf\
 
 
 def ByteSoup(rng):
-    """Short texts of bytes the scan treats specially, mixed with pieces of known words."""
+    """Short texts of bytes that change the scan, mixed with pieces of known words."""
     pieces = []
     for _ in range(rng.randrange(1, 16)):
         if rng.random() < 0.3:
