@@ -6,7 +6,7 @@ files (line shuffles, CRLF line ends, TAB indentation, injected block comments a
 shrinks every input whose outputs differ to a small one and prints it with both outputs.
 
 Usage:
-  compare_format.py [--lib build/xf/core_engine/libquill.so] [--corpus DIR] [--mutations N] [--seed S]
+  compare_format.py [--lib build/dev/core_engine/libquill.so] [--corpus DIR] [--mutations N] [--seed S]
                     [--mask NAME ...] [--max-reports N] [--file PATH]
 
 --mask NAME makes the model copy a divergence that is already known (see KNOWN_DIVERGENCES), so that
@@ -380,7 +380,7 @@ def Main():
     here = os.path.dirname(os.path.abspath(__file__))
     repo = os.path.dirname(os.path.dirname(here))
     parser = argparse.ArgumentParser()
-    parser.add_argument("--lib", default=os.path.join(repo, "build", "xf", "core_engine", "libquill.so"))
+    parser.add_argument("--lib", default=os.path.join(repo, "build", "dev", "core_engine", "libquill.so"))
     parser.add_argument("--corpus", default="/work/shared/corpus")
     parser.add_argument("--mutations", type=int, default=4, help="generated inputs per corpus file")
     parser.add_argument("--seed", type=int, default=1)

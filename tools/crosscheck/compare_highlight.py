@@ -8,7 +8,7 @@ differ is shrunk to a small one and printed with both class strings and the firs
 Shrunk inputs are written to --out (outside the repository) when it is given.
 
 Usage:
-  compare_highlight.py [--lib build/hlx/core_engine/libquill.so] [--corpus DIR] [--mutations N]
+  compare_highlight.py [--lib build/dev/core_engine/libquill.so] [--corpus DIR] [--mutations N]
                        [--random N] [--seed S] [--max-reports N] [--out DIR] [--file PATH]
 
 Class strings show one character per byte: 0-9, then "a" for 10; anything else shows as "!".
@@ -348,7 +348,7 @@ def main():
     here = os.path.dirname(os.path.abspath(__file__))
     repo = os.path.dirname(os.path.dirname(here))
     parser = argparse.ArgumentParser()
-    parser.add_argument("--lib", default=os.path.join(repo, "build/hlx/core_engine/libquill.so"))
+    parser.add_argument("--lib", default=os.path.join(repo, "build/dev/core_engine/libquill.so"))
     parser.add_argument("--corpus", default="/work/shared/corpus")
     parser.add_argument("--mutations", type=int, default=6, help="generated inputs per corpus file")
     parser.add_argument("--random", type=int, default=20000, help="number of generated texts")

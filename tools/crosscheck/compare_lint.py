@@ -8,7 +8,7 @@ multi-line conditions), then shrinks every input whose reports differ to a small
 with both reports. Shrunk inputs are written to --out (outside the repository).
 
 Usage:
-  compare_lint.py [--lib build/xl/core_engine/libquill.so] [--corpus DIR] [--mutations N]
+  compare_lint.py [--lib build/dev/core_engine/libquill.so] [--corpus DIR] [--mutations N]
                   [--generated N] [--random-modules N] [--soups N] [--seed S] [--max-reports N] [--out DIR]
                   [--file PATH] [--large]
 
@@ -424,7 +424,7 @@ def main():
     here = os.path.dirname(os.path.abspath(__file__))
     repo = os.path.dirname(os.path.dirname(here))
     parser = argparse.ArgumentParser()
-    parser.add_argument("--lib", default=os.path.join(repo, "build/xl/core_engine/libquill.so"))
+    parser.add_argument("--lib", default=os.path.join(repo, "build/dev/core_engine/libquill.so"))
     parser.add_argument("--corpus", default="/work/shared/corpus")
     parser.add_argument("--mutations", type=int, default=3)
     parser.add_argument("--generated", type=int, default=2000)
