@@ -245,7 +245,7 @@ std::uint64_t RecordBytes(const AlwaysBlock& block) {
   std::uint64_t bytes = sizeof(AlwaysBlock) + block.latchReason.size();
   for (const std::string& name : block.assignedSignals) bytes += sizeof(std::string) + name.size();
   for (const AssignmentRecord& record : block.assignments) {
-    bytes += sizeof(AssignmentRecord) + record.target.size() + record.rhs.size();
+    bytes += sizeof(AssignmentRecord) + record.target.size();
   }
   return bytes;
 }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "lint/name_set.h"
+#include "lint/text_piece.h"
 
 namespace quill {
 
@@ -44,7 +45,7 @@ struct ContAssign {
 
 struct AssignmentRecord {
   std::string target;
-  std::string rhs;
+  TextPiece rhs;
   std::uint32_t line = 0;
   bool indexed = false;
 };
@@ -82,9 +83,9 @@ struct ModuleModel {
   std::vector<InstanceRecord> instances;
   NameSet portNames;
   // Bytes the always-block analysis may still scan or copy. Block bodies
-  // that never end, and assignment chains on one line, make the recorded
-  // text grow with the square of the input; past this budget further blocks
-  // and assignments are left out. Real sources never come near it.
+  // that never end make the analysed text grow with the square of the
+  // input; past this budget further blocks are left out. Real sources never
+  // come near it.
   std::uint64_t analysisBudget = UINT64_MAX;
 };
 

@@ -1,3 +1,4 @@
+#include <memory>
 #include <unordered_map>
 
 #include "lint/always_analysis.h"
@@ -94,12 +95,47 @@ Target TargetBefore(std::string_view text, std::size_t op, BracketWalker& bracke
   return target;
 }
 
-std::string_view TrimSpaceTabCr(std::string_view s) {
-  std::size_t first = s.find_first_not_of(" \t\r");
-  if (first == kNoPosition) return std::string_view();
-  std::size_t last = s.find_last_not_of(" \t\r");
-  return s.substr(first, last - first + 1);
-}
+// The right-hand sides of the operators before one ";" or LF (the links of
+// an "a = b = c" chain) share their end, and each is a suffix of the one
+// before it. What depends only on that end is worked out once per end: where
+// the trimmed text stops, and the uses, since a suffix holds no identifier
+// or sized literal that the longer text, on the same line, did not.
+class SharedEnd {
+ public:
+  // Moves on to the right-hand sides ending at `end`.
+  void Reset(std::size_t end) {
+    trimmedEnd_ = kNoPosition;
+    searchedTo_ = end;
+    usesRecorded_ = false;
+  }
+
+  // The end of the right-hand side from `begin` without trailing space, TAB
+  // and CR, or `begin` when nothing else is left. `begin` only grows between
+  // calls for one end.
+  std::size_t TrimmedEnd(std::string_view text, std::size_t begin) {
+    while (trimmedEnd_ == kNoPosition && searchedTo_ > begin) {
+      const char c = text[searchedTo_ - 1];
+      if (c != ' ' && c != '\t' && c != '\r') {
+        trimmedEnd_ = searchedTo_;
+      } else {
+        --searchedTo_;
+      }
+    }
+    return trimmedEnd_ != kNoPosition && trimmedEnd_ > begin ? trimmedEnd_ : begin;
+  }
+
+  // Whether the uses of a right-hand side ending here still need recording.
+  bool TakeUses() {
+    if (usesRecorded_) return false;
+    usesRecorded_ = true;
+    return true;
+  }
+
+ private:
+  std::size_t trimmedEnd_ = kNoPosition;
+  std::size_t searchedTo_ = 0;
+  bool usesRecorded_ = false;
+};
 
 }  // namespace
 
@@ -116,6 +152,9 @@ void ScanAssignments(std::string_view text, std::string_view op, std::uint32_t s
   if (op.empty()) return;
   const bool blocking = op == "=";
   BracketWalker brackets(text);
+  // The records' right-hand sides are pieces of one copy of the text.
+  std::shared_ptr<const std::string> shared;
+  SharedEnd sharedEnd;
   std::size_t linesBefore = 0;
   std::size_t countedTo = 0;
   std::size_t stop = kNoPosition;
@@ -137,16 +176,18 @@ void ScanAssignments(std::string_view text, std::string_view op, std::uint32_t s
     if (!stopKnown || stop < q) {
       stop = text.find_first_of(";\n", q);
       stopKnown = true;
+      sharedEnd.Reset(stop == kNoPosition ? text.size() : stop);
     }
-    std::size_t rhsEnd = stop == kNoPosition ? text.size() : stop;
-    std::string_view rhs = text.substr(pos, rhsEnd - pos);
-    if (rhs.size() > model.analysisBudget) return;
-    model.analysisBudget -= rhs.size();
-    std::uint32_t line = startLine + static_cast<std::uint32_t>(linesBefore);
-    RecordUses(rhs, static_cast<std::int32_t>(line), model);
+    const std::size_t rhsEnd = stop == kNoPosition ? text.size() : stop;
+    const std::uint32_t line = startLine + static_cast<std::uint32_t>(linesBefore);
+    if (sharedEnd.TakeUses()) RecordUses(text.substr(pos, rhsEnd - pos), static_cast<std::int32_t>(line), model);
+    std::size_t begin = pos;
+    while (begin < rhsEnd && (text[begin] == ' ' || text[begin] == '\t' || text[begin] == '\r')) ++begin;
+    const std::size_t end = sharedEnd.TrimmedEnd(text, begin);
+    if (!shared) shared = std::make_shared<const std::string>(text);
     AssignmentRecord record;
     record.target = std::string(target.name);
-    record.rhs = std::string(TrimSpaceTabCr(rhs));
+    record.rhs = TextPiece(shared, begin, end - begin);
     record.line = line;
     record.indexed = target.indexed;
     block.assignments.push_back(std::move(record));

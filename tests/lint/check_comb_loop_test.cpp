@@ -1,7 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <cctype>
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "lint/check_test_support.h"
 #include "lint/checks/checks.h"
+#include "lint/always_analysis.h"
 #include "lint/steps.h"
 
 namespace quill {
@@ -103,6 +109,65 @@ INSTANTIATE_TEST_SUITE_P(
                                     {Finding("warning", 2, "comb-loop", "signal 'b' feeds back to itself in always"),
                                      Finding("warning", 1, "comb-loop", "signal 'a' feeds back to itself in always")}}),
     [](const ::testing::TestParamInfo<ExtractedCase>& param) { return std::string(param.param.name); });
+
+// Whether `name` stands in `text` as a whole word, ignoring ASCII case: the
+// plain reading of the check, for comparison.
+bool HasWholeWord(std::string_view text, std::string_view name) {
+  auto isWord = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_'; };
+  auto fold = [](char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); };
+  for (std::size_t pos = 0; pos + name.size() <= text.size(); ++pos) {
+    if (pos > 0 && isWord(text[pos - 1])) continue;
+    if (pos + name.size() < text.size() && isWord(text[pos + name.size()])) continue;
+    bool same = true;
+    for (std::size_t i = 0; i < name.size() && same; ++i) same = fold(text[pos + i]) == fold(name[i]);
+    if (same) return true;
+  }
+  return false;
+}
+
+// Long chains, whose right-hand sides share their end, against the plain
+// reading of every record.
+TEST(CheckCombLoopChainTest, LinksSharingAnEndAgreeWithAPlainSearch) {
+  const char* const kWords[] = {"a", "A", "b", "ab", "a_b", "1a", "B", "x"};
+  unsigned state = 12345;
+  auto next = [&state] {
+    state = state * 1103515245u + 12345u;
+    return (state >> 16) & 0x7fffu;
+  };
+  for (int round = 0; round < 40; ++round) {
+    std::string body;
+    const unsigned links = 20 + next() % 200;
+    for (unsigned i = 0; i < links; ++i) {
+      body += kWords[next() % 8];
+      body += next() % 5 == 0 ? " + " : " = ";
+      if (next() % 7 == 0) body += std::string(next() % 40, ' ');
+    }
+    body += "x;";
+    ModuleModel model;
+    AlwaysBlock block;
+    block.isCombinational = true;
+    AnalyzeAlwaysBody(body, block, 0, model);
+    std::vector<Diagnostic> expected;
+    for (const AssignmentRecord& record : block.assignments) {
+      if (!HasWholeWord(record.rhs.View(), record.target)) continue;
+      expected.push_back(Finding("warning", 0, "comb-loop", "signal '" + record.target + "' feeds back to itself in always"));
+    }
+    model.alwaysBlocks.push_back(block);
+    EXPECT_EQ(CheckCombLoop(model), expected) << body;
+  }
+}
+
+TEST(CheckCombLoopChainTest, TargetOnlyBeforeItsOwnRightHandSide) {
+  ModuleModel model;
+  AlwaysBlock block;
+  block.isCombinational = true;
+  std::string filler;
+  for (int i = 0; i < 300; ++i) filler += "w ";
+  AnalyzeAlwaysBody("Q = x = q = " + filler + ";", block, 4, model);
+  model.alwaysBlocks.push_back(block);
+  EXPECT_EQ(CheckCombLoop(model),
+            std::vector<Diagnostic>{Finding("warning", 4, "comb-loop", "signal 'Q' feeds back to itself in always")});
+}
 
 }  // namespace
 }  // namespace quill

@@ -305,6 +305,19 @@ TEST(LintTextPathologicalTest, TenMegabytesOfAssign) {
   ExpectWellFormed(LintText("module m;\n" + Repeat("assign a = b;\n", 500'000)));
 }
 
+TEST(LintTextPathologicalTest, EveryLinkOfALongAssignmentChainIsReported) {
+  constexpr int kLinks = 6000;
+  const std::string text = "module m;\nalways @(*) x" + Repeat(" = x", kLinks) + ";\nendmodule\n";
+  std::string expected = "[";
+  for (int i = 0; i < kLinks; ++i) {
+    if (i > 0) expected += ",";
+    expected +=
+        R"({"severity":"warning","line":1,"check":"comb-loop","message":"signal 'x' feeds back to itself in always"})";
+  }
+  expected += "]";
+  EXPECT_EQ(LintText(text), expected);
+}
+
 TEST(LintTextPathologicalTest, ParameterValueRunningToTheEnd) {
   const std::string text = "module m;\n" + Repeat("parameter x = ", 500'000);
   ExpectWellFormed(LintText(text));

@@ -44,7 +44,7 @@ struct ExpectedRecord {
 std::vector<ExpectedRecord> Records(const AlwaysBlock& block) {
   std::vector<ExpectedRecord> records;
   for (const AssignmentRecord& record : block.assignments) {
-    records.push_back({record.target, record.rhs, record.line, record.indexed});
+    records.push_back({record.target, std::string(record.rhs.View()), record.line, record.indexed});
   }
   return records;
 }
@@ -98,6 +98,13 @@ INSTANTIATE_TEST_SUITE_P(
             "LinesCountedFromStart", "\n\na = 1;\n\nb = 2;", "=", 10, {{"a", "1", 12, false}, {"b", "2", 14, false}}},
         ScanCase{"SeveralOnOneLine", "a = b = c;", "=", 0, {{"a", "b = c", 0, false}, {"b", "c", 0, false}}},
         ScanCase{"TargetAtTextStartWithoutBlank", "a=1", "=", 0, {{"a", "1", 0, false}}},
+        ScanCase{"ChainTrimsItsSharedTail", "x = y = z  \t\r;", "=", 0, {{"x", "y = z", 0, false}, {"y", "z", 0, false}}},
+        ScanCase{"ChainEndingInBlanks", "p = q =   ;", "=", 0, {{"p", "q =", 0, false}, {"q", "", 0, false}}},
+        ScanCase{"ChainsOnTwoLines",
+                 "a = b = c\nd = e = f",
+                 "=",
+                 2,
+                 {{"a", "b = c", 2, false}, {"b", "c", 2, false}, {"d", "e = f", 3, false}, {"e", "f", 3, false}}},
         ScanCase{"EmptyText", "", "=", 0, {}}),
     [](const ::testing::TestParamInfo<ScanCase>& param) { return std::string(param.param.name); });
 
@@ -110,6 +117,27 @@ TEST(ScanAssignmentsTest, RecordsRightHandSideUsesAtTheRecordLine) {
   EXPECT_EQ(model.usedIdentifiers.count("y"), 0u);
   EXPECT_EQ(model.usedIdentifiers.count("hFF"), 0u);
   EXPECT_EQ(model.firstUseLine.at("data"), 4);
+}
+
+TEST(ScanAssignmentsTest, EveryLinkOfAChainRecordsTheUsesOfItsRightHandSide) {
+  ModuleModel model;
+  AlwaysBlock block;
+  ScanAssignments("a = b = 4'b1 + c;\nd = e;", "=", 6, model, block);
+  EXPECT_EQ(model.usedIdentifiers, (NameSet{"b", "c", "e"}));
+  EXPECT_EQ(model.firstUseLine, (NameMap{{"b", 6}, {"c", 6}, {"e", 7}}));
+}
+
+TEST(ScanAssignmentsTest, LongChainOnOneLine) {
+  std::string text = "x";
+  for (int i = 0; i < 200000; ++i) text += " = x";
+  text += std::string(100000, ' ') + ";";
+  ModuleModel model;
+  AlwaysBlock block;
+  ScanAssignments(text, "=", 0, model, block);
+  ASSERT_EQ(block.assignments.size(), 200000u);
+  EXPECT_EQ(block.assignments.front().rhs.size(), 200000u * 4 - 3);
+  EXPECT_EQ(block.assignments.back().rhs, "x");
+  EXPECT_EQ(model.usedIdentifiers, (NameSet{"x"}));
 }
 
 TEST(ScanAssignmentsTest, SkippedOccurrencesRecordNoUses) {
