@@ -3,8 +3,9 @@
 // "#(...)" parameter override between them that may span lines. Lines that
 // begin with module, port, net, assign, always, initial or end words start
 // no instance; a type or name that is a keyword (gate primitives such as
-// and, buf) gives no record. The connections run to the first ");", and the
-// expressions of named connections count as uses.
+// and, buf) gives no record. The connections run to the first ");", that
+// ");" included, so its ")" can close a last connection whose own ")" is
+// missing; the expressions of named connections count as uses.
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -240,7 +241,7 @@ void ExtractInstances(std::string_view text, ModuleModel& model) {
     model.instances.push_back(InstanceRecord{std::string(head.name), static_cast<std::uint32_t>(k)});
 
     const std::size_t close = text.find(");", head.connections);
-    const std::size_t stretchEnd = close == kNone ? text.size() : close;
+    const std::size_t stretchEnd = close == kNone ? text.size() : close + 2;
     const std::string_view stretch = text.substr(head.connections, stretchEnd - head.connections);
     NamedConnections connections(stretch);
     std::size_t begin = 0;

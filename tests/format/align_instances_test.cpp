@@ -286,6 +286,17 @@ const std::vector<AlignCase>& Cases() {
        "u0 (\n"
        ".a(b)\n"
        ");"},
+      {"LoneTypeWordNeedsNameOnTheVeryNextLine",
+       "fifo\n"
+       "// c\n"
+       "u0 (\n"
+       ".a(b)\n"
+       ");",
+       "fifo\n"
+       "// c\n"
+       "u0 (\n"
+       ".a(b)\n"
+       ");"},
       {"TypeAndNameThenParenthesisLine",
        "fifo   u_fifo\n"
        "(\n"

@@ -95,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(
                      {{"b", 0}, {"c", 0}, {"e", 0}, {"sig", 0}}},
         InstanceCase{"NestedCallExpression", "m u (.a(f(x)));", {{"u", 0}}, {{"f", 0}, {"x", 0}}},
         InstanceCase{"PositionalConnectionsRecordNoUses", "m u (p, q);", {{"u", 0}}, {}},
-        InstanceCase{"ConnectionsEndAtTheFirstCloseAndSemicolon", "m u (.a(b);", {{"u", 0}}, {}},
+        InstanceCase{"CloseAndSemicolonCloseTheLastConnection", "m u (.a(b);", {{"u", 0}}, {{"b", 0}}},
         InstanceCase{"StatementRunsToItsCloseAndSemicolon",
                      "foo u (.a(b)\nbar v (.c(d));\nbaz w (.e(f));",
                      {{"u", 0}, {"w", 2}},
@@ -137,11 +137,13 @@ TEST(ExtractInstancesAgreementTest, NamedConnectionsMatchThePattern) {
     for (std::size_t i = 0; i < count; ++i) stretch += tokens[random() % tokens.size()];
     if (stretch.find(");") != std::string::npos) continue;
     const std::string text = "m u (" + stretch + ");";
+    // The stretch runs up to and including the closing ");".
+    const std::string searched = stretch + ");";
 
     ModuleModel expected;
-    kNamedConnectionPattern.ForEachMatch(stretch, [&](const Match& match) {
+    kNamedConnectionPattern.ForEachMatch(searched, [&](const Match& match) {
       const auto line =
-          std::count(stretch.begin(), stretch.begin() + static_cast<std::ptrdiff_t>(match.Begin(1)), '\n');
+          std::count(searched.begin(), searched.begin() + static_cast<std::ptrdiff_t>(match.Begin(1)), '\n');
       RecordUses(match.Group(1), static_cast<std::int32_t>(line), expected);
     });
     ModuleModel actual;
@@ -210,7 +212,7 @@ Extracted ExtractWithPatterns(std::string_view text) {
     extracted.instances.push_back({name, static_cast<std::uint32_t>(k)});
     const std::size_t close = text.find(");", connections);
     const std::string_view stretch =
-        text.substr(connections, (close == std::string_view::npos ? text.size() : close) - connections);
+        text.substr(connections, (close == std::string_view::npos ? text.size() : close + 2) - connections);
     kNamedConnectionPattern.ForEachMatch(stretch, [&](const Match& connection) {
       RecordUses(connection.Group(1), static_cast<std::int32_t>(lineOf(connections + connection.Begin(1))), model);
     });

@@ -220,6 +220,26 @@ const EndToEndCase kCases[] = {
          {Finding("warning", 1, "blocking-assign", "combinational always uses '<=' (1x), suggest '='"),
           Finding("warning", 1, "comb-loop", "signal 'w' feeds back to itself in always"),
           Finding("error", 1, "wire-always", "wire signal 'w' cannot be assigned in always block (use reg instead)")})},
+
+    // The connections run up to and including the first ");", whose ")" closes
+    // a last connection that lacks its own.
+    {"ClosingParenthesisEndsTheOnlyConnection",
+     "a a(.y(W);\nlogic W;\n",
+     Report({Finding("warning", 0, "used-bef-declare", "signal 'W' used at line 1 before declaration at line 2")})},
+
+    {"ClosingParenthesisEndsTheLastOfTwoConnections",
+     "sub u1 (.a(x), .b(y);\nwire x;\nwire y;\n",
+     Report({Finding("warning", 0, "used-bef-declare", "signal 'x' used at line 1 before declaration at line 2"),
+             Finding("warning", 0, "used-bef-declare", "signal 'y' used at line 1 before declaration at line 3")})},
+
+    {"ClosingParenthesisEndsAConnectionOnItsOwnLine",
+     "sub u1 (\n  .a(x),\n  .b(y);\nwire x;\nwire y;\n",
+     Report({Finding("warning", 1, "used-bef-declare", "signal 'x' used at line 2 before declaration at line 4"),
+             Finding("warning", 2, "used-bef-declare", "signal 'y' used at line 3 before declaration at line 5")})},
+
+    {"ConnectionIsTheEarliestUse",
+     "a a(.y(W);\nassign z = W;\nlogic W;\n",
+     Report({Finding("warning", 0, "used-bef-declare", "signal 'W' used at line 1 before declaration at line 3")})},
 };
 
 INSTANTIATE_TEST_SUITE_P(Cases, LintChecksEndToEndTest, ::testing::ValuesIn(kCases),

@@ -683,7 +683,9 @@ def ExtractInstances(text, model):
             continue
         model.instances.append(InstanceRecord(name, k))
         close = text.find(b");", connStart)
-        connEnd = close if close >= 0 else n
+        # The stretch includes the closing ");": its ")" can close a last
+        # connection whose own ")" is missing.
+        connEnd = close + 2 if close >= 0 else n
         for cm in kNamedConnectionPattern.finditer(text[connStart:connEnd]):
             RecordUses(cm.group(1), bisect.bisect_right(lineStarts, connStart + cm.start(1)) - 1, model)
         if close < 0:
