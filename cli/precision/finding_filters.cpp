@@ -1,0 +1,262 @@
+#include "precision/finding_filters.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <vector>
+
+#include "precision/procedural_drives.h"
+
+namespace quill::cli {
+namespace {
+
+bool IsAnyOf(const Token& token, std::initializer_list<std::string_view> words) {
+  return std::find(words.begin(), words.end(), token.text) != words.end();
+}
+
+// The first name in quotes in a message: "signal 'q' driven ..." gives q.
+std::optional<std::string_view> QuotedName(std::string_view message) {
+  const std::size_t open = message.find('\'');
+  if (open == std::string_view::npos) return std::nullopt;
+  const std::size_t close = message.find('\'', open + 1);
+  if (close == std::string_view::npos) return std::nullopt;
+  return message.substr(open + 1, close - open - 1);
+}
+
+// The numbers of "(lines: 4, 9)" at the end of a message.
+std::optional<std::vector<std::uint32_t>> ListedLines(std::string_view message) {
+  const std::size_t start = message.rfind("(lines: ");
+  if (start == std::string_view::npos || message.back() != ')') return std::nullopt;
+  std::vector<std::uint32_t> lines;
+  const char* p = message.data() + start + 8;
+  const char* end = message.data() + message.size() - 1;
+  while (p < end) {
+    std::uint32_t value = 0;
+    const auto [next, error] = std::from_chars(p, end, value);
+    if (error != std::errc()) return std::nullopt;
+    lines.push_back(value);
+    p = next;
+    if (p < end && *p == ',') p += 2;
+  }
+  return lines;
+}
+
+// The count N of "... N times ...".
+std::optional<std::size_t> TimesCount(std::string_view message) {
+  const std::size_t times = message.find(" times");
+  if (times == std::string_view::npos) return std::nullopt;
+  const std::size_t space = message.rfind(' ', times - 1);
+  if (space == std::string_view::npos) return std::nullopt;
+  std::size_t value = 0;
+  const auto [next, error] = std::from_chars(message.data() + space + 1, message.data() + times, value);
+  if (error != std::errc() || next != message.data() + times) return std::nullopt;
+  return value;
+}
+
+bool IsDeclarationKeyword(const Token& token) {
+  return IsAnyOf(token, {"input", "output", "inout", "wire", "reg", "logic", "tri", "tri0", "tri1", "wand", "wor",
+                         "supply0", "supply1", "integer", "real", "time", "genvar", "parameter", "localparam", "bit",
+                         "byte", "shortint", "int", "longint", "var"});
+}
+
+class FindingProof {
+ public:
+  FindingProof(const GenerateScopes& scopes, const FindingToFilter& finding) : scopes_(scopes), finding_(finding) {}
+
+  bool EmptyName() const {
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    return name && name->empty();
+  }
+
+  bool ReadOnlyDriver() const {
+    if (finding_.check != "multi-driver") return false;
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    if (!name || name->empty()) return false;
+    if (const auto lines = ListedLines(finding_.message)) {
+      std::size_t drivers = 0;
+      for (std::uint32_t line : *lines) {
+        const ProceduralBlock* block = scopes_.BlockOnLine(line);
+        if (block == nullptr) return false;
+        if (MayDrive(scopes_.Tokens(), *block, *name)) ++drivers;
+      }
+      return drivers < 2;
+    }
+    // "driven by both assign and always": no always block of the module may
+    // drive it.
+    const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
+    if (!module) return false;
+    bool anyBlock = false;
+    for (const ProceduralBlock& block : scopes_.Blocks()) {
+      if (scopes_.ModuleOf(block.node) != *module) continue;
+      anyBlock = true;
+      if (MayDrive(scopes_.Tokens(), block, *name)) return false;
+    }
+    return anyBlock;
+  }
+
+  bool GenerateScope() const {
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    if (!name || name->empty()) return false;
+    if (finding_.check == "dupli-define") return DeclarationsApart(*name);
+    if (finding_.check == "dupli-inst") return InstancesApart(*name);
+    if (finding_.check == "repeated-assig") return AssignsApart(*name, false);
+    if (finding_.check == "multi-driver") {
+      if (const auto lines = ListedLines(finding_.message)) return BlocksApart(*name, *lines);
+      return AssignsApart(*name, true);
+    }
+    return false;
+  }
+
+  bool DefaultBeforeBranch() const {
+    if (finding_.check != "latch") return false;
+    const ProceduralBlock* block = scopes_.BlockOnLine(finding_.line);
+    return block != nullptr && DefaultsCoverBranches(scopes_.Tokens(), *block);
+  }
+
+ private:
+  std::optional<std::size_t> ModuleOfLine(std::uint32_t line) const {
+    const std::optional<std::size_t> token = FirstTokenOfLine(line);
+    if (!token) return std::nullopt;
+    const std::size_t module = scopes_.ModuleOf(scopes_.NodeOfToken(*token));
+    if (module == 0) return std::nullopt;
+    return module;
+  }
+
+  std::optional<std::size_t> FirstTokenOfLine(std::uint32_t line) const {
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    const auto it =
+        std::lower_bound(tokens.begin(), tokens.end(), line, [](const Token& t, std::uint32_t l) { return t.line < l; });
+    if (it == tokens.end() || it->line != line) return std::nullopt;
+    return static_cast<std::size_t>(it - tokens.begin());
+  }
+
+  // Every pair of places lies in exclusive branches or in different named
+  // blocks; with `needLocalDeclaration`, different named blocks count only
+  // when each declares the name itself (else both drive one outer signal).
+  bool PairwiseApart(const std::vector<std::size_t>& nodes, std::string_view name, bool needLocalDeclaration) const {
+    if (nodes.size() < 2) return false;
+    for (std::size_t a = 0; a < nodes.size(); ++a) {
+      for (std::size_t b = a + 1; b < nodes.size(); ++b) {
+        if (scopes_.AreExclusive(nodes[a], nodes[b])) continue;
+        if (!scopes_.InDifferentNamedBlocks(nodes[a], nodes[b])) return false;
+        if (needLocalDeclaration && !(DeclaredWithin(nodes[a], name) && DeclaredWithin(nodes[b], name))) return false;
+      }
+    }
+    return true;
+  }
+
+  bool DeclaredWithin(std::size_t node, std::string_view name) const {
+    const std::optional<std::size_t> block = scopes_.InnermostNamedBlock(node);
+    if (!block) return false;
+    for (std::size_t t : DeclarationTokens(name, scopes_.ModuleOf(node))) {
+      if (scopes_.IsWithin(scopes_.NodeOfToken(t), *block)) return true;
+    }
+    return false;
+  }
+
+  // The name's token on each line in the module whose first word declares.
+  std::vector<std::size_t> DeclarationTokens(std::string_view name, std::size_t module) const {
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    std::vector<std::size_t> found;
+    bool lineDeclares = false;
+    std::uint32_t lastLine = static_cast<std::uint32_t>(-1);
+    std::uint32_t foundLine = static_cast<std::uint32_t>(-1);
+    for (std::size_t t = 0; t < tokens.size(); ++t) {
+      if (tokens[t].line != lastLine) {
+        lastLine = tokens[t].line;
+        lineDeclares = IsDeclarationKeyword(tokens[t]);
+      }
+      if (lineDeclares && tokens[t].text == name && tokens[t].line != foundLine &&
+          scopes_.ModuleOf(scopes_.NodeOfToken(t)) == module) {
+        found.push_back(t);
+        foundLine = tokens[t].line;
+      }
+    }
+    return found;
+  }
+
+  bool DeclarationsApart(std::string_view name) const {
+    const std::optional<std::size_t> count = TimesCount(finding_.message);
+    const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
+    if (!count || !module) return false;
+    const std::vector<std::size_t> declarations = DeclarationTokens(name, *module);
+    if (declarations.size() != *count) return false;
+    std::vector<std::size_t> nodes;
+    for (std::size_t t : declarations) nodes.push_back(scopes_.NodeOfToken(t));
+    return PairwiseApart(nodes, name, false);
+  }
+
+  bool InstancesApart(std::string_view name) const {
+    const auto lines = ListedLines(finding_.message);
+    if (!lines) return false;
+    std::vector<std::size_t> nodes;
+    for (std::uint32_t oneBased : *lines) {
+      if (oneBased == 0) return false;
+      const std::optional<std::size_t> token = scopes_.FindOnLine(oneBased - 1, name, false);
+      if (!token) return false;
+      nodes.push_back(scopes_.NodeOfToken(*token));
+    }
+    return PairwiseApart(nodes, name, false);
+  }
+
+  bool BlocksApart(std::string_view name, const std::vector<std::uint32_t>& lines) const {
+    std::vector<std::size_t> nodes;
+    for (std::uint32_t line : lines) {
+      const ProceduralBlock* block = scopes_.BlockOnLine(line);
+      if (block == nullptr) return false;
+      nodes.push_back(block->node);
+    }
+    return PairwiseApart(nodes, name, true);
+  }
+
+  // The continuous assignments of the name in the finding's module ("assign
+  // NAME =", letter case ignored), plus with `withBlocks` every always block
+  // that may drive it: all must lie apart.
+  bool AssignsApart(std::string_view name, bool withBlocks) const {
+    const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
+    if (!module) return false;
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    std::vector<std::size_t> nodes;
+    for (std::size_t t = 0; t + 2 < tokens.size(); ++t) {
+      if (!tokens[t].Is("assign") || !EqualFoldingCase(tokens[t + 1].text, name) || !tokens[t + 2].Is("=")) continue;
+      if (scopes_.ModuleOf(scopes_.NodeOfToken(t)) == *module) nodes.push_back(scopes_.NodeOfToken(t));
+    }
+    if (!withBlocks) {
+      const std::optional<std::size_t> count = TimesCount(finding_.message);
+      if (!count || nodes.size() != *count) return false;
+    } else {
+      if (nodes.empty()) return false;
+      for (const ProceduralBlock& block : scopes_.Blocks()) {
+        if (scopes_.ModuleOf(block.node) == *module && MayDrive(tokens, block, name)) nodes.push_back(block.node);
+      }
+    }
+    return PairwiseApart(nodes, name, true);
+  }
+
+  const GenerateScopes& scopes_;
+  const FindingToFilter& finding_;
+};
+
+}  // namespace
+
+std::optional<LintFilter> FindLintFilter(std::string_view name) {
+  for (const LintFilterInfo& filter : kLintFilters) {
+    if (filter.name == name) return filter.id;
+  }
+  return std::nullopt;
+}
+
+std::optional<LintFilter> FilterThatDrops(const GenerateScopes& scopes, const FindingToFilter& finding,
+                                          LintFilterSet enabled) {
+  if (enabled.Empty() || !scopes.Complete()) return std::nullopt;
+  const FindingProof proof(scopes, finding);
+  if (enabled.Has(LintFilter::kEmptyName) && proof.EmptyName()) return LintFilter::kEmptyName;
+  if (enabled.Has(LintFilter::kReadOnlyDriver) && proof.ReadOnlyDriver()) return LintFilter::kReadOnlyDriver;
+  if (enabled.Has(LintFilter::kGenerateScope) && proof.GenerateScope()) return LintFilter::kGenerateScope;
+  if (enabled.Has(LintFilter::kDefaultBeforeBranch) && proof.DefaultBeforeBranch()) {
+    return LintFilter::kDefaultBeforeBranch;
+  }
+  return std::nullopt;
+}
+
+}  // namespace quill::cli

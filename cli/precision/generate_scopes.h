@@ -1,0 +1,80 @@
+// Where each token of a Verilog text stands among the generate constructs of
+// its module: the branches of generate if/else and case, named generate
+// blocks, and the always/initial blocks at module level. Two lines in
+// different branches of one generate if or case are never elaborated
+// together; names declared in different named blocks are different objects.
+#ifndef QUILL_CLI_PRECISION_GENERATE_SCOPES_H_
+#define QUILL_CLI_PRECISION_GENERATE_SCOPES_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "precision/verilog_tokens.h"
+
+namespace quill::cli {
+
+struct ScopeNode {
+  enum class Kind : std::uint8_t { kRoot, kModule, kBranch, kNamedBlock };
+  Kind kind = Kind::kRoot;
+  std::size_t parent = 0;
+  std::size_t construct = 0;  // for a branch: which if or case it belongs to
+  std::size_t branch = 0;     // for a branch: 0 for "then", 1 for "else", k for the k-th case item
+};
+
+// An always, always_ff, always_comb, always_latch, initial or final block
+// at module or generate level: tokens [keyword, end).
+struct ProceduralBlock {
+  std::size_t keyword = 0;
+  std::size_t end = 0;
+  std::size_t node = 0;
+};
+
+class GenerateScopes {
+ public:
+  explicit GenerateScopes(std::string_view text);
+
+  const std::vector<Token>& Tokens() const { return tokens_; }
+  const std::vector<ProceduralBlock>& Blocks() const { return blocks_; }
+  // False when the text nests deeper than the scan follows: nothing can
+  // then be proved from it.
+  bool Complete() const { return complete_; }
+
+  std::size_t NodeOfToken(std::size_t token) const { return tokenNode_[token]; }
+  // The module node that holds the token (0 outside every module).
+  std::size_t ModuleOf(std::size_t node) const;
+
+  // The first token on `line` whose text is `word` (ASCII letter case
+  // ignored when `foldCase`).
+  std::optional<std::size_t> FindOnLine(std::uint32_t line, std::string_view word, bool foldCase) const;
+  // The procedural block whose keyword is the first such keyword on `line`.
+  const ProceduralBlock* BlockOnLine(std::uint32_t line) const;
+
+  // True when the two nodes lie in different branches of one generate if or
+  // case.
+  bool AreExclusive(std::size_t a, std::size_t b) const;
+  // True when, below their common ancestor, each node lies inside a named
+  // generate block (so the two are in different named blocks).
+  bool InDifferentNamedBlocks(std::size_t a, std::size_t b) const;
+  // The innermost named block holding the node, or nullopt.
+  std::optional<std::size_t> InnermostNamedBlock(std::size_t node) const;
+  bool IsWithin(std::size_t node, std::size_t ancestor) const;
+
+ private:
+  friend class GenerateScopeParser;
+
+  std::vector<Token> tokens_;
+  std::vector<std::size_t> tokenNode_;
+  std::vector<ScopeNode> nodes_;
+  std::vector<ProceduralBlock> blocks_;
+  std::vector<std::size_t> lineFirstToken_;  // per line, the index of its first token (or the next line's)
+  bool complete_ = true;
+};
+
+bool EqualFoldingCase(std::string_view a, std::string_view b);
+
+}  // namespace quill::cli
+
+#endif  // QUILL_CLI_PRECISION_GENERATE_SCOPES_H_

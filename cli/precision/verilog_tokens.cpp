@@ -1,0 +1,110 @@
+#include "precision/verilog_tokens.h"
+
+#include <array>
+
+namespace quill::cli {
+namespace {
+
+bool IsWordStart(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '$';
+}
+bool IsWordByte(char c) {
+  return IsWordStart(c) || (c >= '0' && c <= '9');
+}
+bool IsBlank(char c) {
+  return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f' || c == '\v';
+}
+
+constexpr std::array<std::string_view, 17> kLongSymbols = {"===", "!==", "<=", "==", "!=", ">=", "+=", "-=", "*=",
+                                                           "/=",  "|=",  "&=", "^=", "++", "--", "->", "::"};
+
+class Tokenizer {
+ public:
+  explicit Tokenizer(std::string_view text) : text_(text) {}
+
+  std::vector<Token> Run() {
+    while (pos_ < text_.size()) Step();
+    return std::move(tokens_);
+  }
+
+ private:
+  void Advance(std::size_t to) {
+    for (; pos_ < to && pos_ < text_.size(); ++pos_) {
+      if (text_[pos_] == '\n') ++line_;
+    }
+  }
+
+  std::size_t Find(std::string_view what, std::size_t from) const {
+    const std::size_t at = text_.find(what, from);
+    return at == std::string_view::npos ? text_.size() : at;
+  }
+
+  void Push(Token::Kind kind, std::size_t end) {
+    tokens_.push_back({kind, text_.substr(pos_, end - pos_), pos_, line_});
+    Advance(end);
+  }
+
+  void Step() {
+    const char c = text_[pos_];
+    const char next = pos_ + 1 < text_.size() ? text_[pos_ + 1] : '\0';
+    if (IsBlank(c)) return Advance(pos_ + 1);
+    if (c == '/' && next == '/') return Advance(Find("\n", pos_));
+    if (c == '/' && next == '*') {
+      const std::size_t close = Find("*/", pos_ + 2);
+      return Advance(close < text_.size() ? close + 2 : close);
+    }
+    if (c == '"') return SkipString();
+    if (c == '`') return SkipDirective();
+    if (c == '\\') {  // escaped identifier: up to the next blank
+      std::size_t end = pos_ + 1;
+      while (end < text_.size() && !IsBlank(text_[end])) ++end;
+      return Push(Token::Kind::kWord, end);
+    }
+    if (IsWordStart(c)) {
+      std::size_t end = pos_ + 1;
+      while (end < text_.size() && IsWordByte(text_[end])) ++end;
+      return Push(Token::Kind::kWord, end);
+    }
+    if ((c >= '0' && c <= '9') || c == '\'') {
+      std::size_t end = pos_ + 1;
+      while (end < text_.size() && (IsWordByte(text_[end]) || text_[end] == '\'' || text_[end] == '.')) ++end;
+      return Push(Token::Kind::kNumber, end);
+    }
+    for (std::string_view symbol : kLongSymbols) {
+      if (text_.substr(pos_, symbol.size()) == symbol) return Push(Token::Kind::kSymbol, pos_ + symbol.size());
+    }
+    Push(Token::Kind::kSymbol, pos_ + 1);
+  }
+
+  void SkipString() {
+    std::size_t i = pos_ + 1;
+    while (i < text_.size() && text_[i] != '"' && text_[i] != '\n') i += text_[i] == '\\' ? 2u : 1u;
+    Advance(i < text_.size() && text_[i] == '"' ? i + 1 : i);
+  }
+
+  // A directive is not part of the structure: `define runs to its line's end
+  // (continued by a backslash), any other directive or macro is one word.
+  void SkipDirective() {
+    std::size_t end = pos_ + 1;
+    while (end < text_.size() && IsWordByte(text_[end])) ++end;
+    if (text_.substr(pos_, end - pos_) == "`define") {
+      while (end < text_.size() && text_[end] != '\n') {
+        end += text_[end] == '\\' && end + 1 < text_.size() ? 2u : 1u;
+      }
+    }
+    Advance(end);
+  }
+
+  std::string_view text_;
+  std::vector<Token> tokens_;
+  std::size_t pos_ = 0;
+  std::uint32_t line_ = 0;
+};
+
+}  // namespace
+
+std::vector<Token> TokenizeVerilog(std::string_view text) {
+  return Tokenizer(text).Run();
+}
+
+}  // namespace quill::cli

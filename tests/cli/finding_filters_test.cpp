@@ -1,0 +1,299 @@
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+#include "precision/finding_filters.h"
+
+namespace quill::cli {
+namespace {
+
+struct FilterCase {
+  const char* name;
+  std::string text;
+  std::uint32_t line;
+  const char* check;
+  const char* message;
+  std::optional<LintFilter> expected;
+};
+
+class FilterThatDropsTest : public ::testing::TestWithParam<FilterCase> {};
+
+TEST_P(FilterThatDropsTest, DropsOnlyWhatTheStructureDisproves) {
+  const FilterCase& c = GetParam();
+  const GenerateScopes scopes(c.text);
+  const auto dropped = FilterThatDrops(scopes, {c.line, c.check, c.message}, LintFilterSet::All());
+  EXPECT_EQ(dropped, c.expected);
+}
+
+constexpr auto kKept = std::nullopt;
+
+const FilterCase kCases[] = {
+    // Generate branches and named blocks.
+    {"DeclarationsInIfAndElseBranches",
+     "module m;\n"
+     "if (W > 1) begin : g_wide\n"
+     "  wire [W-1:0] x;\n"
+     "end else begin : g_narrow\n"
+     "  wire x;\n"
+     "end\n"
+     "endmodule\n",
+     4, "dupli-define", "signal 'x' defined 2 times", LintFilter::kGenerateScope},
+    {"DeclarationsInUnnamedIfAndElseBranches",
+     "module m;\n"
+     "generate\n"
+     "if (P)\n"
+     "  wire x;\n"
+     "else\n"
+     "  wire x;\n"
+     "endgenerate\n"
+     "endmodule\n",
+     5, "dupli-define", "signal 'x' defined 2 times", LintFilter::kGenerateScope},
+    {"DeclarationsInOneBranchAreDuplicates",
+     "module m;\n"
+     "if (P) begin : g\n"
+     "  wire x;\n"
+     "  wire x;\n"
+     "end\n"
+     "endmodule\n",
+     3, "dupli-define", "signal 'x' defined 2 times", kKept},
+    {"DeclarationsAtModuleLevelAreDuplicates", "module m;\nwire x;\nwire x;\nendmodule\n", 2, "dupli-define",
+     "signal 'x' defined 2 times", kKept},
+    {"DeclarationInsideAndOutsideABranchIsKept",
+     "module m;\n"
+     "wire x;\n"
+     "if (P) begin : g\n"
+     "  wire x;\n"
+     "end\n"
+     "endmodule\n",
+     3, "dupli-define", "signal 'x' defined 2 times", kKept},
+    {"CountThatDoesNotMatchIsKept",
+     "module m;\n"
+     "if (P) begin : a\n"
+     "  wire x;\n"
+     "end else begin : b\n"
+     "  wire x;\n"
+     "end\n"
+     "endmodule\n",
+     4, "dupli-define", "signal 'x' defined 3 times", kKept},
+    {"DeclarationsInSeparateNamedBlocks",
+     "module m;\n"
+     "begin : first\n"
+     "  reg r;\n"
+     "end\n"
+     "begin : second\n"
+     "  reg r;\n"
+     "end\n"
+     "endmodule\n",
+     5, "dupli-define", "signal 'r' defined 2 times", LintFilter::kGenerateScope},
+    {"CaseItemsAreBranches",
+     "module m;\n"
+     "case (MODE)\n"
+     "  0: begin : a\n"
+     "    sub u0 (.x(x));\n"
+     "  end\n"
+     "  default: begin : b\n"
+     "    sub u0 (.x(y));\n"
+     "  end\n"
+     "endcase\n"
+     "endmodule\n",
+     6, "dupli-inst", "instance 'u0' instantiated 2 times (lines: 4, 7)", LintFilter::kGenerateScope},
+    {"InstancesAtModuleLevelAreDuplicates", "module m;\nsub u0 ();\nsub u0 ();\nendmodule\n", 2, "dupli-inst",
+     "instance 'u0' instantiated 2 times (lines: 2, 3)", kKept},
+    {"AlwaysBlocksInExclusiveBranches",
+     "module m;\n"
+     "if (P) begin : g_a\n"
+     "  always @(posedge clk) q <= a;\n"
+     "end else begin : g_b\n"
+     "  always @(posedge clk) q <= b;\n"
+     "end\n"
+     "endmodule\n",
+     2, "multi-driver", "signal 'q' driven in 2 always blocks (lines: 2, 4)", LintFilter::kGenerateScope},
+    {"AlwaysBlocksInNamedBlocksDrivingAnOuterSignalAreKept",
+     "module m;\n"
+     "reg q;\n"
+     "begin : g_a\n"
+     "  always @(posedge clk) q <= a;\n"
+     "end\n"
+     "begin : g_b\n"
+     "  always @(posedge clk) q <= b;\n"
+     "end\n"
+     "endmodule\n",
+     3, "multi-driver", "signal 'q' driven in 2 always blocks (lines: 3, 6)", kKept},
+    {"AlwaysBlocksInNamedBlocksDrivingTheirOwnSignal",
+     "module m;\n"
+     "begin : g_a\n"
+     "  reg q;\n"
+     "  always @(posedge clk) q <= a;\n"
+     "end\n"
+     "begin : g_b\n"
+     "  reg q;\n"
+     "  always @(posedge clk) q <= b;\n"
+     "end\n"
+     "endmodule\n",
+     3, "multi-driver", "signal 'q' driven in 2 always blocks (lines: 3, 7)", LintFilter::kGenerateScope},
+    {"AssignsInExclusiveBranches",
+     "module m;\n"
+     "if (P) begin\n"
+     "  assign y = a;\n"
+     "end else begin\n"
+     "  assign y = b;\n"
+     "end\n"
+     "endmodule\n",
+     2, "repeated-assig", "signal 'y' assigned 2 times by assign", LintFilter::kGenerateScope},
+    {"AssignsTogetherAreKept", "module m;\nassign y = a;\nassign y = b;\nendmodule\n", 1, "repeated-assig",
+     "signal 'y' assigned 2 times by assign", kKept},
+    {"ProceduralIfIsNotAGenerateBranch",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  if (s) begin : a\n"
+     "  end\n"
+     "end\n"
+     "wire x;\n"
+     "wire x;\n"
+     "endmodule\n",
+     6, "dupli-define", "signal 'x' defined 2 times", kKept},
+    // Drivers that only read.
+    {"BlockThatOnlyComparesIsNoDriver",
+     "module m;\n"
+     "always @(posedge clk) cnt <= cnt + 1;\n"
+     "always @(posedge clk) if (cnt <= limit) done <= 1'b1;\n"
+     "endmodule\n",
+     1, "multi-driver", "signal 'cnt' driven in 2 always blocks (lines: 1, 2)", LintFilter::kReadOnlyDriver},
+    {"BothBlocksAssign",
+     "module m;\n"
+     "always @(posedge clk) q <= a;\n"
+     "always @(posedge clk) q <= b;\n"
+     "endmodule\n",
+     1, "multi-driver", "signal 'q' driven in 2 always blocks (lines: 1, 2)", kKept},
+    {"ConcatenationIsADrive",
+     "module m;\n"
+     "always @(*) {c, q} = a + b;\n"
+     "always @(posedge clk) q <= d;\n"
+     "endmodule\n",
+     1, "multi-driver", "signal 'q' driven in 2 always blocks (lines: 1, 2)", kKept},
+    {"TaskArgumentMayDrive",
+     "module m;\n"
+     "always @(posedge clk) update(q);\n"
+     "always @(posedge clk) q <= d;\n"
+     "endmodule\n",
+     1, "multi-driver", "signal 'q' driven in 2 always blocks (lines: 1, 2)", kKept},
+    {"AssignAndAReadingBlock",
+     "module m;\n"
+     "assign y = a;\n"
+     "always @(posedge clk) if (y <= 3) z <= 1;\n"
+     "endmodule\n",
+     1, "multi-driver", "signal 'y' driven by both assign and always", LintFilter::kReadOnlyDriver},
+    {"AssignAndADrivingBlock",
+     "module m;\n"
+     "assign y = a;\n"
+     "always @(posedge clk) y <= 1;\n"
+     "endmodule\n",
+     1, "multi-driver", "signal 'y' driven by both assign and always", kKept},
+    // Empty names.
+    {"EmptyName", "module m;\nendmodule\n", 0, "comb-loop", "signal '' feeds back to itself in always",
+     LintFilter::kEmptyName},
+    // Defaults before the branch.
+    {"DefaultsBeforeIf",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  y = 1'b0;\n"
+     "  z = 1'b0;\n"
+     "  if (en) begin\n"
+     "    y = a;\n"
+     "    z = b;\n"
+     "  end\n"
+     "end\n"
+     "endmodule\n",
+     1, "latch", "if without else (if:1 else:0)", LintFilter::kDefaultBeforeBranch},
+    {"DefaultsBeforeCase",
+     "module m;\n"
+     "always @* begin\n"
+     "  next = state;\n"
+     "  case (state)\n"
+     "    IDLE: if (go) next = RUN;\n"
+     "    RUN: next = IDLE;\n"
+     "  endcase\n"
+     "end\n"
+     "endmodule\n",
+     1, "latch", "case without default", LintFilter::kDefaultBeforeBranch},
+    {"MissingDefaultIsKept",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  y = 1'b0;\n"
+     "  if (en) begin\n"
+     "    y = a;\n"
+     "    z = b;\n"
+     "  end\n"
+     "end\n"
+     "endmodule\n",
+     1, "latch", "if without else (if:1 else:0)", kKept},
+    {"DefaultAfterTheBranchIsKept",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  if (en) y = a;\n"
+     "  y = 1'b0;\n"
+     "end\n"
+     "endmodule\n",
+     1, "latch", "if without else (if:1 else:0)", kKept},
+    {"PartSelectDefaultIsKept",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  y[0] = 1'b0;\n"
+     "  if (en) y = a;\n"
+     "end\n"
+     "endmodule\n",
+     1, "latch", "if without else (if:1 else:0)", kKept},
+    {"BlockWithoutBeginIsKept", "module m;\nalways @(*) if (en) y = a;\nendmodule\n", 1, "latch",
+     "if without else (if:1 else:0)", kKept},
+    {"TaskCallInTheBranchIsKept",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  y = 0;\n"
+     "  if (en) fill(y);\n"
+     "end\n"
+     "endmodule\n",
+     1, "latch", "if without else (if:1 else:0)", kKept},
+    {"OtherChecksAreNeverDropped", "module m;\nassign a = a;\nendmodule\n", 1, "comb-loop",
+     "assign 'a' feeds back to itself", kKept},
+};
+
+INSTANTIATE_TEST_SUITE_P(Cases, FilterThatDropsTest, ::testing::ValuesIn(kCases),
+                         [](const ::testing::TestParamInfo<FilterCase>& param) { return std::string(param.param.name); });
+
+TEST(FilterThatDropsTest, DisabledFilterKeepsTheFinding) {
+  const GenerateScopes scopes("module m;\nendmodule\n");
+  LintFilterSet enabled = LintFilterSet::All();
+  enabled.Disable(LintFilter::kEmptyName);
+  EXPECT_EQ(FilterThatDrops(scopes, {0, "comb-loop", "signal '' feeds back to itself in always"}, enabled),
+            std::nullopt);
+}
+
+TEST(FilterThatDropsTest, TooDeepANestingProvesNothing) {
+  std::string text = "module m;\n";
+  for (int i = 0; i < 5000; ++i) text += "if (a) begin : b\n";
+  text += "wire x;\n";
+  const GenerateScopes scopes(text);
+  EXPECT_FALSE(scopes.Complete());
+  EXPECT_EQ(FilterThatDrops(scopes, {0, "comb-loop", "signal '' feeds back"}, LintFilterSet::All()), std::nullopt);
+}
+
+TEST(GenerateScopesTest, AnyBytesGiveANodePerToken) {
+  unsigned state = 11;
+  const std::string pieces[] = {"module m;", "endmodule", "if (a)", "else", "begin", ": n", "end", "case (x)",
+                                "endcase",   "1:",        "always @(*)", "x = 1;", "(", ")", "{", "}", ";", "\n"};
+  for (int round = 0; round < 3000; ++round) {
+    std::string text;
+    for (int i = 0; i < 40; ++i) {
+      state = state * 1103515245u + 12345u;
+      text += pieces[(state >> 16) % std::size(pieces)];
+      text += ' ';
+    }
+    const GenerateScopes scopes(text);
+    for (std::size_t t = 0; t < scopes.Tokens().size(); ++t) ASSERT_LT(scopes.NodeOfToken(t), scopes.Tokens().size() + 2);
+    for (const ProceduralBlock& block : scopes.Blocks()) ASSERT_LE(block.end, scopes.Tokens().size());
+  }
+}
+
+}  // namespace
+}  // namespace quill::cli
