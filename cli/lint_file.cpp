@@ -14,6 +14,41 @@ int64_t CountNewlines(std::string_view text) {
   return static_cast<int64_t>(std::count(text.begin(), text.end(), '\n'));
 }
 
+// Adds `shift` to the one-based line numbers the messages quote: the lists
+// "(lines: 12, 40)" and "at line 12".
+std::string ShiftQuotedLines(const std::string& message, int64_t shift) {
+  std::string out;
+  std::size_t i = 0;
+  auto shiftNumber = [&]() {
+    const std::size_t start = i;
+    int64_t value = 0;
+    while (i < message.size() && message[i] >= '0' && message[i] <= '9' && i - start < 15) {
+      value = value * 10 + (message[i] - '0');
+      ++i;
+    }
+    if (i == start) return false;
+    out += std::to_string(value + shift);
+    return true;
+  };
+  while (i < message.size()) {
+    if (message.compare(i, 8, "(lines: ") == 0) {
+      out += "(lines: ";
+      i += 8;
+      while (shiftNumber() && message.compare(i, 2, ", ") == 0) {
+        out += ", ";
+        i += 2;
+      }
+    } else if (message.compare(i, 8, "at line ") == 0) {
+      out += "at line ";
+      i += 8;
+      shiftNumber();
+    } else {
+      out.push_back(message[i++]);
+    }
+  }
+  return out;
+}
+
 // The finding's object as the engine would write it with these values.
 std::string RewriteRaw(const Finding& finding) {
   const nlohmann::ordered_json object = {
@@ -36,6 +71,7 @@ bool LintStretch(std::string_view text, int64_t lineShift, std::vector<Finding>*
   for (Finding& finding : *parsed) {
     if (lineShift != 0 && finding.line >= 0) {
       finding.line += lineShift;
+      finding.message = ShiftQuotedLines(finding.message, lineShift);
       finding.raw = RewriteRaw(finding);
     }
     findings->push_back(std::move(finding));
@@ -84,6 +120,18 @@ FileReport LintFile(std::string_view text, const std::filesystem::path& path, co
   for (const Suppression& entry : suppressions.Entries()) {
     if (!entry.used) report.unusedSuppressions.push_back(entry);
   }
+  return report;
+}
+
+DocumentReport LintDocument(const std::filesystem::path& path, std::string_view text, ConfigFinder& configs,
+                            const LintFileOptions& options) {
+  DocumentReport report;
+  ConfigResult config = path.empty() ? ConfigResult{} : configs.ForPath(path, false);
+  if (!config.config) {
+    report.configError = config.error;
+    config.config = std::make_shared<Config>(DefaultConfig(path.empty() ? std::filesystem::path("/") : path.parent_path()));
+  }
+  report.file = LintFile(text, path, *config.config, options);
   return report;
 }
 

@@ -36,6 +36,20 @@ std::vector<std::size_t> ModuleStretches(const std::vector<std::size_t>& moduleS
 FileReport LintFile(std::string_view text, const std::filesystem::path& path, const Config& config,
                     const LintFileOptions& options);
 
+// What an editor shows for one document: the findings, the problems of its
+// suppression comments, and the error of a config that cannot be read (the
+// built-in defaults apply then).
+struct DocumentReport {
+  FileReport file;
+  std::string configError;
+};
+
+// Lints an open document for the language server. `path` is the document's
+// file path (empty when it has none: only the defaults apply); the nearest
+// quill.toml is found through `configs`, which re-reads changed files.
+DocumentReport LintDocument(const std::filesystem::path& path, std::string_view text, ConfigFinder& configs,
+                            const LintFileOptions& options);
+
 }  // namespace quill::cli
 
 #endif  // QUILL_CLI_LINT_FILE_H_
