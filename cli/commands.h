@@ -1,4 +1,4 @@
-// The three file commands. Each returns the process exit code.
+// The commands. Each returns the process exit code.
 #ifndef QUILL_CLI_COMMANDS_H_
 #define QUILL_CLI_COMMANDS_H_
 
@@ -14,6 +14,9 @@ struct InputOptions {
   std::vector<std::string> paths;
   std::string stdinName = "<stdin>";
   unsigned jobs = 1;
+  std::string configFile;  // --config: this quill.toml for every file
+  bool isolated = false;   // --isolated: no quill.toml at all
+  bool noIgnore = false;   // --no-ignore: walks do not skip what git ignores
 };
 
 enum class FormatMode { kPrint, kInPlace, kCheck, kDiff };
@@ -24,7 +27,7 @@ struct FormatOptions {
   bool force = false;
 };
 
-enum class LintFormat { kText, kJson, kSarif };
+enum class LintFormat { kText, kGithub, kJson, kRaw, kSarif };
 enum class Severity { kWarning, kError };
 
 struct LintOptions {
@@ -33,6 +36,8 @@ struct LintOptions {
   std::size_t maxFindings = static_cast<std::size_t>(-1);
   Severity errorOn = Severity::kWarning;
   ColorMode color = ColorMode::kAuto;
+  bool wholeFile = false;                // one library call per file, not per module
+  bool reportUnusedSuppressions = false;
 };
 
 enum class HighlightFormat { kText, kJson };
@@ -43,9 +48,17 @@ struct HighlightOptions {
   ColorMode color = ColorMode::kAuto;
 };
 
+struct ConfigOptions {
+  std::string path = ".";
+  std::string configFile;
+  bool isolated = false;
+};
+
 int RunFormat(const FormatOptions& options);
 int RunLint(const LintOptions& options);
 int RunHighlight(const HighlightOptions& options);
+// Prints the settings in force for a path, as TOML.
+int RunConfig(const ConfigOptions& options);
 
 // "quill: error: " + message + LF, the form of every error line.
 inline std::string ErrorLine(const std::string& message) {

@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "engine.h"
+#include "git_ignore.h"
 
 namespace quill::cli {
 namespace {
@@ -38,11 +39,6 @@ bool HasExtension(const fs::path& path, const ExtensionList& extensions) {
   return std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
 }
 
-bool IsHidden(const fs::path& path) {
-  const std::string name = path.filename().string();
-  return name.size() > 1 && name[0] == '.' && name != "..";
-}
-
 std::string ExtensionWords(const ExtensionList& extensions) {
   std::string words;
   for (std::size_t i = 0; i < extensions.size(); ++i) {
@@ -52,16 +48,29 @@ std::string ExtensionWords(const ExtensionList& extensions) {
   return words;
 }
 
-// The matching files under a folder, sorted; or one entry with an error.
-std::vector<InputFile> WalkFolder(const std::string& argument, const ExtensionList& extensions) {
+// The matching files under a folder, sorted; or entries with errors.
+std::vector<InputFile> WalkFolder(const std::string& argument, const ExtensionList& extensions,
+                                  const WalkOptions& walk) {
   std::vector<std::string> found;
+  std::vector<InputFile> configErrors;
+  std::set<std::string> reported;
+  const GitIgnore ignore(walk.gitIgnore ? fs::path(argument) : fs::path());
+  ConfigFinder defaults(ConfigFinder::Mode::kIsolated, {});
+  ConfigFinder* configs = walk.configs != nullptr ? walk.configs : &defaults;
   std::error_code error;
   fs::recursive_directory_iterator it(argument, fs::directory_options::skip_permission_denied, error);
   for (; !error && it != fs::recursive_directory_iterator(); it.increment(error)) {
     const fs::directory_entry& entry = *it;
     std::error_code typeError;
-    if (IsHidden(entry.path())) {
-      if (entry.is_directory(typeError)) it.disable_recursion_pending();
+    const bool isFolder = entry.is_directory(typeError);
+    const ConfigResult config = configs->ForPath(entry.path().parent_path(), true);
+    const bool skip = !config.config || IsExcluded(*config.config, entry.path(), isFolder, walk.command) ||
+                      (walk.gitIgnore && ignore.IsIgnored(entry.path(), isFolder));
+    if (!config.config && reported.insert(config.error).second) {
+      configErrors.push_back(InputFile{config.error, {}, false, config.error});
+    }
+    if (skip) {
+      if (isFolder) it.disable_recursion_pending();
       continue;
     }
     if (entry.is_regular_file(typeError) && HasExtension(entry.path(), extensions)) {
@@ -69,13 +78,14 @@ std::vector<InputFile> WalkFolder(const std::string& argument, const ExtensionLi
     }
   }
   if (error) return {InputFile{argument, argument, false, argument + ": " + SystemMessage(error.value())}};
+  if (!configErrors.empty() && found.empty()) return configErrors;
   if (found.empty()) {
     return {
         InputFile{argument, argument, false, argument + ": folder holds no " + ExtensionWords(extensions) + " files"}};
   }
   std::sort(found.begin(), found.end());
-  std::vector<InputFile> files;
-  files.reserve(found.size());
+  std::vector<InputFile> files = std::move(configErrors);
+  files.reserve(files.size() + found.size());
   for (std::string& name : found) {
     fs::path path(name);
     files.push_back(InputFile{std::move(name), std::move(path), false, ""});
@@ -99,7 +109,7 @@ std::string TooLargeMessage(const std::string& name) {
 }  // namespace
 
 std::vector<InputFile> ExpandInputs(const std::vector<std::string>& arguments, const ExtensionList& extensions,
-                                    std::string_view stdinName) {
+                                    std::string_view stdinName, const WalkOptions& walk) {
   std::vector<InputFile> files;
   std::set<std::string> seen;
   auto add = [&](InputFile file) {
@@ -112,7 +122,7 @@ std::vector<InputFile> ExpandInputs(const std::vector<std::string>& arguments, c
     }
     std::error_code error;
     if (fs::is_directory(argument, error)) {
-      for (InputFile& file : WalkFolder(argument, extensions)) add(std::move(file));
+      for (InputFile& file : WalkFolder(argument, extensions, walk)) add(std::move(file));
     } else {
       add(InputFile{argument, argument, false, ""});
     }

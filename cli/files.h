@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "config.h"
+
 namespace quill::cli {
 
 // One file to process. An entry whose `error` is set stands for an argument
@@ -25,13 +27,24 @@ using ExtensionList = std::vector<std::string_view>;
 inline const ExtensionList kVerilogExtensions = {".v", ".sv", ".vh", ".svh"};
 inline const ExtensionList kConstraintExtensions = {".xdc", ".sdc", ".tcl", ".qsf", ".cst", ".pcf", ".lpf", ".ucf"};
 
+// How folders are walked: which command walks them (for its own
+// exclusions), where the settings come from, and whether git's ignore rules
+// apply.
+struct WalkOptions {
+  CommandKind command = CommandKind::kLint;
+  ConfigFinder* configs = nullptr;  // null: the built-in defaults
+  bool gitIgnore = true;
+};
+
 // Expands the arguments in order: "-" is standard input (shown as
 // `stdinName`), a folder becomes its matching files in byte order of their
-// paths (hidden entries skipped, symbolic links to folders not followed), and
-// anything else is taken as a file whatever its extension. A file reached
-// twice is listed once, at its first place.
+// paths, and anything else is taken as a file whatever its extension. A walk
+// skips what the governing quill.toml excludes (by default hidden entries),
+// what git ignores, and symbolic links to folders. A file reached twice is
+// listed once, at its first place. A config that cannot be read is an error
+// entry, once, and the folders it governs are skipped.
 std::vector<InputFile> ExpandInputs(const std::vector<std::string>& arguments, const ExtensionList& extensions,
-                                    std::string_view stdinName);
+                                    std::string_view stdinName, const WalkOptions& walk = {});
 
 struct ReadResult {
   std::string text;

@@ -87,7 +87,9 @@ FormatResult FormatOne(const InputFile& file, const FormatOptions& options) {
 }  // namespace
 
 int RunFormat(const FormatOptions& options) {
-  const std::vector<InputFile> files = ExpandInputs(options.input.paths, kVerilogExtensions, options.input.stdinName);
+  ConfigFinder configs = MakeConfigFinder(options.input.configFile, options.input.isolated);
+  const std::vector<InputFile> files = ExpandInputs(options.input.paths, kVerilogExtensions, options.input.stdinName,
+                                                    WalkOptions{CommandKind::kFormat, &configs, !options.input.noIgnore});
   std::vector<FormatResult> results(files.size());
   int exit = kExitClean;
   RunInOrder(

@@ -42,8 +42,10 @@ HighlightResult HighlightOne(const InputFile& file, const HighlightOptions& opti
 }  // namespace
 
 int RunHighlight(const HighlightOptions& options) {
+  ConfigFinder configs = MakeConfigFinder(options.input.configFile, options.input.isolated);
   const std::vector<InputFile> files =
-      ExpandInputs(options.input.paths, kConstraintExtensions, options.input.stdinName);
+      ExpandInputs(options.input.paths, kConstraintExtensions, options.input.stdinName,
+                   WalkOptions{CommandKind::kHighlight, &configs, !options.input.noIgnore});
   const bool color = UseColor(options.color, stdout);
   // Several files shown as text get a header each, as head(1) prints them.
   const bool headers = options.format == HighlightFormat::kText && files.size() > 1;

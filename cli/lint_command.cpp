@@ -1,43 +1,51 @@
-// quill lint: run the linter over Verilog files and report as text, JSON or
-// SARIF.
+// quill lint: run the linter over Verilog files, module by module, filter
+// the findings by suppression comments and quill.toml, and report them as
+// text, GitHub annotations, JSON, the engine's raw arrays or SARIF.
 #include <algorithm>
 #include <optional>
+#include <set>
+#include <system_error>
 
 #include "commands.h"
+#include "config.h"
 #include "engine.h"
 #include "exit_codes.h"
 #include "files.h"
+#include "lint_file.h"
 #include "lint_output.h"
 #include "parallel.h"
 
 namespace quill::cli {
 namespace {
 
+namespace fs = std::filesystem;
+
 struct LintResult {
-  std::string report;  // the engine's array as it came
-  std::vector<Finding> findings;
+  FileReport report;
   std::string error;
 };
 
-LintResult LintOne(const InputFile& file) {
+// The path whose settings apply: the file's own, or for standard input the
+// name given with --stdin-name, else the working folder.
+fs::path SettingsPath(const InputFile& file, const InputOptions& input) {
+  if (!file.isStdin) return file.path;
+  return input.stdinName == "<stdin>" ? fs::path() : fs::path(input.stdinName);
+}
+
+LintResult LintOne(const InputFile& file, const ConfigResult& config, const LintOptions& options) {
   LintResult result;
+  if (!config.config) {
+    result.error = config.error;
+    return result;
+  }
   ReadResult input = ReadInput(file);
   if (!input.error.empty()) {
     result.error = input.error;
     return result;
   }
-  std::optional<std::string> report = LintSource(input.text);
-  if (!report) {
-    result.error = file.displayName + ": the linter could not process this file";
-    return result;
-  }
-  std::optional<std::vector<Finding>> findings = ParseFindings(*report);
-  if (!findings) {
-    result.error = file.displayName + ": the linter returned a report that is not an array of findings";
-    return result;
-  }
-  result.report = std::move(*report);
-  result.findings = std::move(*findings);
+  result.report = LintFile(input.text, SettingsPath(file, options.input), *config.config,
+                           LintFileOptions{options.wholeFile});
+  if (!result.report.error.empty()) result.error = file.displayName + ": " + result.report.error;
   return result;
 }
 
@@ -45,59 +53,92 @@ bool CountsForExit(const Finding& finding, Severity errorOn) {
   return errorOn == Severity::kWarning || IsErrorSeverity(finding.severity);
 }
 
+std::string LocatedWarning(const std::string& name, int64_t line, const std::string& message) {
+  return WarningLine(name + ":" + std::to_string(line + 1) + ": " + message);
+}
+
 }  // namespace
 
 int RunLint(const LintOptions& options) {
-  const std::vector<InputFile> files = ExpandInputs(options.input.paths, kVerilogExtensions, options.input.stdinName);
+  ConfigFinder configs = MakeConfigFinder(options.input.configFile, options.input.isolated);
+  const std::vector<InputFile> files =
+      ExpandInputs(options.input.paths, kVerilogExtensions, options.input.stdinName,
+                   WalkOptions{CommandKind::kLint, &configs, !options.input.noIgnore});
+  // Settings are looked up here, before the workers start, so that each
+  // config file is read once.
+  std::vector<ConfigResult> fileConfigs(files.size());
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    const fs::path path = SettingsPath(files[i], options.input);
+    fileConfigs[i] = path.empty() ? configs.ForPath(fs::current_path(), true) : configs.ForPath(path, false);
+  }
+
   const bool color = options.format == LintFormat::kText && UseColor(options.color, stdout);
   std::vector<LintResult> results(files.size());
-  std::vector<FileFindings> sarifFiles;
-  std::size_t shown = 0, total = 0;
+  std::vector<FileFindings> collected;
+  std::set<std::string> reportedErrors;
+  std::size_t shown = 0, total = 0, warnings = 0, errors = 0, filesWithFindings = 0;
   int exit = kExitClean;
 
   RunInOrder(
       files.size(), RunOptions{options.input.jobs, CanShowProgress()},
-      [&](std::size_t i) { results[i] = LintOne(files[i]); },
+      [&](std::size_t i) { results[i] = LintOne(files[i], fileConfigs[i], options); },
       [&](std::size_t i) {
         LintResult result = std::move(results[i]);
         ItemOutput output;
         if (!result.error.empty()) {
           exit = WorseExit(exit, kExitError);
-          output.err = ErrorLine(result.error);
+          // A bad config governs many files: it is reported once.
+          if (reportedErrors.insert(result.error).second) output.err = ErrorLine(result.error);
           return output;
         }
-        const std::vector<Finding>& findings = result.findings;
+        const std::string& name = files[i].displayName;
+        for (const SuppressionProblem& problem : result.report.problems) {
+          output.err += LocatedWarning(name, problem.line, problem.message);
+        }
+        if (options.reportUnusedSuppressions) {
+          for (const Suppression& unused : result.report.unusedSuppressions) {
+            output.err += LocatedWarning(name, unused.commentLine,
+                                         "suppression '" + std::string(SuppressionKindName(unused.kind)) + " " +
+                                             unused.check + "' quieted nothing");
+          }
+        }
+        const std::vector<Finding>& findings = result.report.findings;
         for (const Finding& finding : findings) {
           if (CountsForExit(finding, options.errorOn)) exit = WorseExit(exit, kExitFindings);
+          ++(IsErrorSeverity(finding.severity) ? errors : warnings);
         }
+        if (!findings.empty()) ++filesWithFindings;
         const std::size_t room = options.maxFindings - std::min(options.maxFindings, shown);
         const std::size_t count = std::min(room, findings.size());
         total += findings.size();
         shown += count;
         switch (options.format) {
           case LintFormat::kText:
-            for (std::size_t k = 0; k < count; ++k) {
-              output.out += FormatTextFinding(files[i].displayName, findings[k], color);
-            }
+            for (std::size_t k = 0; k < count; ++k) output.out += FormatTextFinding(name, findings[k], color);
+            break;
+          case LintFormat::kGithub:
+            for (std::size_t k = 0; k < count; ++k) output.out += FormatGithubFinding(name, findings[k]);
+            break;
+          case LintFormat::kRaw:
+            output.out = FormatJsonArray(findings, count) + "\n";
             break;
           case LintFormat::kJson:
-            output.out = (count == findings.size() ? result.report : FormatJsonArray(findings, count)) + "\n";
-            break;
           case LintFormat::kSarif:
-            sarifFiles.push_back(FileFindings{
-                files[i].displayName,
-                std::vector<Finding>(findings.begin(), findings.begin() + static_cast<std::ptrdiff_t>(count))});
+            collected.push_back(FileFindings{
+                name, std::vector<Finding>(findings.begin(), findings.begin() + static_cast<std::ptrdiff_t>(count))});
             break;
         }
         return output;
       });
 
-  if (options.format == LintFormat::kSarif) WriteBytes(stdout, FormatSarif(sarifFiles, EngineVersion()));
+  if (options.format == LintFormat::kJson) WriteBytes(stdout, FormatJsonDocument(collected));
+  if (options.format == LintFormat::kSarif) WriteBytes(stdout, FormatSarif(collected, EngineVersion()));
+  std::fflush(stdout);
   if (total > shown) {
-    std::fflush(stdout);
     WriteBytes(stderr, "quill: " + std::to_string(total - shown) + " more finding" + (total - shown == 1 ? "" : "s") +
                            " not shown (--max-findings " + std::to_string(options.maxFindings) + ")\n");
   }
+  if (options.format == LintFormat::kText) WriteBytes(stderr, FormatSummary(warnings, errors, filesWithFindings));
   return exit;
 }
 

@@ -1,8 +1,9 @@
 #include "lint_output.h"
 
-#include <array>
 #include <map>
 #include <nlohmann/json.hpp>
+
+#include "lint/check_table.h"
 
 namespace quill::cli {
 namespace {
@@ -12,25 +13,9 @@ using Json = nlohmann::ordered_json;
 constexpr std::string_view kExceptionPrefix = R"([{"severity":"error","line":0,"check":"cpp-exception","message":")";
 constexpr std::string_view kExceptionSuffix = R"("}])";
 
-struct Rule {
-  std::string_view id;
-  std::string_view description;
-};
-
-// The linter's checks in the order it runs them.
-constexpr std::array<Rule, 11> kRules = {{
-    {"latch", "Combinational always block that may infer a latch (if without else, case without default)"},
-    {"multi-driver", "Signal driven from more than one always block, or from both an assign and an always block"},
-    {"width-mismatch", "Continuous assignment whose right-hand side width differs from its target's width"},
-    {"blocking-assign", "Blocking '=' in a sequential always block, or non-blocking '<=' in a combinational one"},
-    {"dupli-define", "Signal or parameter defined more than once"},
-    {"repeated-assig", "Signal assigned more than once in the same always block"},
-    {"used-bef-declare", "Signal used before its declaration"},
-    {"comb-loop", "Combinational loop: a signal that depends on itself"},
-    {"dupli-inst", "Instance name used more than once"},
-    {"reg-assign", "Register (reg) driven by a continuous assignment"},
-    {"wire-always", "Net (wire, input or inout) assigned in an always block"},
-}};
+// The project's documentation, which describes every check.
+constexpr std::string_view kInformationUri = "https://quill-hdl.github.io/quill/";
+constexpr std::string_view kChecksPage = "https://quill-hdl.github.io/quill/checks.html#";
 
 // A cursor over the report with the few JSON pieces the findings use.
 class Reader {
@@ -273,36 +258,144 @@ std::string PathToUri(std::string_view path) {
   return uri;
 }
 
+std::string FormatGithubFinding(std::string_view path, const Finding& finding) {
+  // Data: %, CR and LF are escaped; property values also ':' and ','.
+  auto escape = [](std::string_view text, bool property) {
+    std::string out;
+    for (char c : text) {
+      if (c == '%') out += "%25";
+      else if (c == '\r') out += "%0D";
+      else if (c == '\n') out += "%0A";
+      else if (property && c == ':') out += "%3A";
+      else if (property && c == ',') out += "%2C";
+      else out.push_back(c);
+    }
+    return out;
+  };
+  return std::string("::") + (IsErrorSeverity(finding.severity) ? "error" : "warning") +
+         " file=" + escape(path, true) + ",line=" + std::to_string(OneBasedLine(finding.line)) +
+         ",title=" + escape(finding.check, true) + "::" + escape(finding.message, false) + "\n";
+}
+
+std::string FormatJsonDocument(const std::vector<FileFindings>& files) {
+  std::string text = "[";
+  bool first = true;
+  for (const FileFindings& file : files) {
+    for (const Finding& finding : file.findings) {
+      const Json object = {{"path", file.path},
+                           {"line", OneBasedLine(finding.line)},
+                           {"check", finding.check},
+                           {"severity", finding.severity},
+                           {"message", finding.message}};
+      text += (first ? "\n  " : ",\n  ") + object.dump(-1, ' ', false, Json::error_handler_t::replace);
+      first = false;
+    }
+  }
+  return text + (first ? "]\n" : "\n]\n");
+}
+
+std::string FormatSummary(std::size_t warnings, std::size_t errors, std::size_t files) {
+  const std::size_t total = warnings + errors;
+  if (total == 0) return "No findings.\n";
+  auto count = [](std::size_t n, std::string_view word) {
+    return std::to_string(n) + " " + std::string(word) + (n == 1 ? "" : "s");
+  };
+  return count(total, "finding") + " in " + count(files, "file") + " (" + count(warnings, "warning") + ", " +
+         count(errors, "error") + ")\n";
+}
+
+std::string NumericVersion(std::string_view engineVersion) {
+  const std::size_t digit = engineVersion.find_first_of("0123456789");
+  if (digit == std::string_view::npos) return std::string(engineVersion);
+  std::size_t end = digit;
+  while (end < engineVersion.size() &&
+         ((engineVersion[end] >= '0' && engineVersion[end] <= '9') || engineVersion[end] == '.')) {
+    ++end;
+  }
+  return std::string(engineVersion.substr(digit, end - digit));
+}
+
+std::string CheckHelpUri(std::string_view check) {
+  return std::string(kChecksPage) + std::string(check);
+}
+
+namespace {
+
+// SARIF messages are sentences: they end with a period.
+std::string Sentence(std::string_view text) {
+  std::string sentence(text);
+  if (sentence.empty() || (sentence.back() != '.' && sentence.back() != '!' && sentence.back() != '?')) {
+    sentence.push_back('.');
+  }
+  return sentence;
+}
+
+// "multi-driver" -> "MultiDriver": SARIF's rule names are identifiers.
+std::string RuleName(std::string_view id) {
+  std::string name;
+  bool upper = true;
+  for (char c : id) {
+    if (c == '-' || c == '_' || c == ' ') {
+      upper = true;
+      continue;
+    }
+    name.push_back(upper && c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c);
+    upper = false;
+  }
+  return name;
+}
+
+Json SarifRule(std::string_view id, std::string_view summary, std::string_view description, std::string_view level) {
+  return Json{{"id", id},
+              {"name", RuleName(id)},
+              {"shortDescription", {{"text", Sentence(summary)}}},
+              {"fullDescription", {{"text", Sentence(description)}}},
+              {"helpUri", CheckHelpUri(id)},
+              {"help", {{"text", Sentence(description)}}},
+              {"defaultConfiguration", {{"level", level}}}};
+}
+
+}  // namespace
+
 std::string FormatSarif(const std::vector<FileFindings>& files, std::string_view engineVersion) {
   Json rules = Json::array();
   std::map<std::string, std::size_t, std::less<>> ruleIndex;
-  auto addRule = [&](std::string_view id, std::string_view description) {
-    ruleIndex.emplace(std::string(id), rules.size());
-    rules.push_back(Json{{"id", id}, {"shortDescription", {{"text", description}}}});
-  };
-  for (const Rule& rule : kRules) addRule(rule.id, rule.description);
+  for (const CheckInfo& check : kCheckTable) {
+    ruleIndex.emplace(std::string(check.name), rules.size());
+    rules.push_back(SarifRule(check.name, check.summary, check.description, SeverityName(check.severity)));
+  }
 
   Json results = Json::array();
   for (const FileFindings& file : files) {
     const std::string uri = PathToUri(file.path);
     for (const Finding& finding : file.findings) {
-      if (ruleIndex.find(finding.check) == ruleIndex.end()) addRule(finding.check, finding.check);
+      if (ruleIndex.find(finding.check) == ruleIndex.end()) {
+        // A name outside the table (the engine's failure report).
+        ruleIndex.emplace(finding.check, rules.size());
+        const std::string text = "Findings named '" + finding.check + "'";
+        rules.push_back(SarifRule(finding.check, text, text, "error"));
+      }
       results.push_back(Json{
           {"ruleId", finding.check},
           {"ruleIndex", ruleIndex.find(finding.check)->second},
           {"level", IsErrorSeverity(finding.severity) ? "error" : "warning"},
-          {"message", {{"text", finding.message}}},
+          {"message", {{"text", Sentence(finding.message)}}},
           {"locations", Json::array({{{"physicalLocation",
                                        {{"artifactLocation", {{"uri", uri}}},
                                         {"region", {{"startLine", OneBasedLine(finding.line)}}}}}}})},
       });
     }
   }
+  const std::string version = NumericVersion(engineVersion);
+  Json driver = {{"name", "quill"},
+                 {"version", version},
+                 {"semanticVersion", version.find('.') == version.rfind('.') ? version + ".0" : version},
+                 {"informationUri", kInformationUri},
+                 {"rules", rules}};
   Json log = {
       {"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
       {"version", "2.1.0"},
-      {"runs", Json::array({{{"tool", {{"driver", {{"name", "quill"}, {"version", engineVersion}, {"rules", rules}}}}},
-                             {"results", results}}})},
+      {"runs", Json::array({{{"tool", {{"driver", driver}}}, {"results", results}}})},
   };
   // Messages and paths may hold bytes that are not UTF-8; they are replaced
   // rather than failing the whole log.

@@ -1,5 +1,5 @@
 // Reading the engine's lint report and writing it as compiler-style text,
-// JSON or SARIF.
+// GitHub workflow annotations, JSON or SARIF.
 #ifndef QUILL_CLI_LINT_OUTPUT_H_
 #define QUILL_CLI_LINT_OUTPUT_H_
 
@@ -36,15 +36,31 @@ std::string FormatTextFinding(std::string_view path, const Finding& finding, boo
 // "[" + the findings' objects as the engine wrote them + "]".
 std::string FormatJsonArray(const std::vector<Finding>& findings, std::size_t count);
 
+// "::warning file=PATH,line=N,title=CHECK::MESSAGE" and an LF ("::error"
+// for errors), N one-based, escaped as GitHub's workflow commands want.
+std::string FormatGithubFinding(std::string_view path, const Finding& finding);
+
 struct FileFindings {
   std::string path;
   std::vector<Finding> findings;
 };
 
-// A SARIF 2.1.0 log with one run: a rule per check name (the linter's
-// eleven checks and any other name seen) and a result per finding, with
-// one-based lines.
+// One JSON array for the whole run, one object per line:
+// {"path","line","check","severity","message"}, lines one-based.
+std::string FormatJsonDocument(const std::vector<FileFindings>& files);
+
+// "12 findings in 3 files (9 warnings, 3 errors)" or "No findings.", LF.
+std::string FormatSummary(std::size_t warnings, std::size_t errors, std::size_t files);
+
+// A SARIF 2.1.0 log with one run: a rule per check of the check table (and
+// any other name seen) and a result per finding, with one-based lines.
 std::string FormatSarif(const std::vector<FileFindings>& files, std::string_view engineVersion);
+
+// "core_engine v1.25" -> "1.25"; the text itself when it has no number.
+std::string NumericVersion(std::string_view engineVersion);
+
+// Where the documentation of a check lives, for SARIF's helpUri.
+std::string CheckHelpUri(std::string_view check);
 
 // A path as a URI reference: relative paths stay relative, absolute ones
 // become file:// URIs; bytes outside the unreserved set are %-escaped.

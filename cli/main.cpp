@@ -15,12 +15,14 @@
 #include "commands.h"
 #include "engine.h"
 #include "exit_codes.h"
+#include "lint/check_table.h"
 #include "lsp/server.h"
 #include "parallel.h"
 
 namespace {
 
 using quill::cli::ColorMode;
+using quill::cli::ConfigOptions;
 using quill::cli::DefaultJobs;
 using quill::cli::EngineVersion;
 using quill::cli::ErrorLine;
@@ -33,6 +35,7 @@ using quill::cli::kExitClean;
 using quill::cli::kExitError;
 using quill::cli::LintFormat;
 using quill::cli::LintOptions;
+using quill::cli::RunConfig;
 using quill::cli::RunFormat;
 using quill::cli::RunHighlight;
 using quill::cli::RunLint;
@@ -63,6 +66,11 @@ void AddInputOptions(CLI::App* command, InputOptions* input, const std::string& 
   command->add_option("-j,--jobs", input->jobs, "Files processed at once (default: all cores)")
       ->type_name("N")
       ->check(CLI::Range(1u, 1024u).description(""));
+  // Settings and ignore files.
+  command->add_option("--config", input->configFile, "Use this quill.toml for every file instead of the nearest one")
+      ->type_name("FILE");
+  command->add_flag("--isolated", input->isolated, "Ignore every quill.toml (built-in defaults)");
+  command->add_flag("--no-ignore", input->noIgnore, "Folder walks also take files that .gitignore ignores");
 }
 
 // An option taking one of a few words, shown as "word|word|word".
@@ -119,9 +127,15 @@ CLI::App* AddLintCommand(CLI::App* app, LintOptions* options) {
   CLI::App* command = app->add_subcommand("lint", "Lint Verilog files");
   AddInputOptions(command, &options->input, ".v .sv .vh .svh");
   AddChoice(command, "--format", &options->format,
-            {{"text", LintFormat::kText}, {"json", LintFormat::kJson}, {"sarif", LintFormat::kSarif}},
-            "text (default): path:LINE:1: severity: message [check], one-based lines\n"
-            "json: the engine's array for each file, one per line, zero-based lines\n"
+            {{"text", LintFormat::kText},
+             {"github", LintFormat::kGithub},
+             {"json", LintFormat::kJson},
+             {"raw", LintFormat::kRaw},
+             {"sarif", LintFormat::kSarif}},
+            "text (default): path:LINE:1: severity: message [check], one-based lines, summary on stderr\n"
+            "github: GitHub Actions annotations (::error file=PATH,line=N,title=CHECK::MESSAGE)\n"
+            "json: one array of {path, line (one-based), check, severity, message}\n"
+            "raw: the engine's array for each file, one per line, zero-based lines\n"
             "sarif: one SARIF 2.1.0 log, one-based lines");
   auto wholeNumber = [](std::string& word) {
     const bool digits = !word.empty() && word.find_first_not_of("0123456789") == std::string::npos;
@@ -133,6 +147,26 @@ CLI::App* AddLintCommand(CLI::App* app, LintOptions* options) {
   AddChoice(command, "--error-on", &options->errorOn, {{"warning", Severity::kWarning}, {"error", Severity::kError}},
             "Lowest severity that makes the exit code 1 (default: warning)");
   AddChoice(command, "--color", &options->color, kColorChoices, kColorHelp);
+  // Module-by-module linting, suppressions and the list of checks.
+  command->add_flag("--whole-file", options->wholeFile, "Lint each file with one call instead of module by module");
+  command->add_flag("--report-unused-suppressions", options->reportUnusedSuppressions,
+                    "Warn about suppression comments that quieted nothing");
+  std::string checks = "Checks (for quill.toml and '// quill: disable-line CHECK'; 'all' means every one):\n";
+  for (const quill::CheckInfo& check : quill::kCheckTable) {
+    checks += "  " + std::string(check.name) + std::string(18 - std::min<std::size_t>(17, check.name.size()), ' ') +
+              std::string(quill::SeverityName(check.severity)) + "  " + std::string(check.summary) + "\n";
+  }
+  command->footer(checks);
+  return command;
+}
+
+// quill config [PATH]: the settings in force for a path.
+CLI::App* AddConfigCommand(CLI::App* app, ConfigOptions* options) {
+  CLI::App* command = app->add_subcommand("config", "Print the settings in force for a path (as TOML) and their file");
+  command->add_option("path", options->path, "A file or folder (default: the working folder)")->type_name("PATH");
+  command->add_option("--config", options->configFile, "Use this quill.toml instead of the nearest one")
+      ->type_name("FILE");
+  command->add_flag("--isolated", options->isolated, "Ignore every quill.toml (built-in defaults)");
   return command;
 }
 
@@ -175,6 +209,8 @@ int Run(int argc, char** argv) {
   CLI::App* formatCommand = AddFormatCommand(&app, &format, &formatFlags);
   CLI::App* lintCommand = AddLintCommand(&app, &lint);
   CLI::App* highlightCommand = AddHighlightCommand(&app, &highlight);
+  ConfigOptions config;
+  CLI::App* configCommand = AddConfigCommand(&app, &config);
   CLI::App* versionCommand = app.add_subcommand("version", "Print the engine version");
   CLI::App* lspCommand = app.add_subcommand(
       "lsp", "Serve the Language Server Protocol on standard input and output (for editors)");
@@ -201,6 +237,7 @@ int Run(int argc, char** argv) {
     format.mode = formatFlags.Mode();
     return CheckStandardInput(format.input, formatFlags.inPlace) ? RunFormat(format) : kExitError;
   }
+  if (configCommand->parsed()) return RunConfig(config);
   if (lintCommand->parsed()) return CheckStandardInput(lint.input, false) ? RunLint(lint) : kExitError;
   if (highlightCommand->parsed()) {
     return CheckStandardInput(highlight.input, false) ? RunHighlight(highlight) : kExitError;

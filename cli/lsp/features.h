@@ -4,6 +4,7 @@
 #ifndef QUILL_CLI_LSP_FEATURES_H_
 #define QUILL_CLI_LSP_FEATURES_H_
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -11,9 +12,14 @@
 
 namespace quill::lsp {
 
-// publishDiagnostics items: each finding covers its whole (zero-based) line,
-// with the check name as code and "quill" as source.
-nlohmann::json Diagnostics(std::string_view text);
+// publishDiagnostics items for the document at `uri`: linted module by
+// module and filtered by its suppression comments and the nearest
+// quill.toml, as `quill lint` does. Each finding covers its whole
+// (zero-based) line, with the check name as code and "quill" as source.
+nlohmann::json Diagnostics(std::string_view uri, std::string_view text);
+
+// The local path of a file:// URI (percent-decoded); empty for others.
+std::filesystem::path PathOfUri(std::string_view uri);
 
 struct LineRange {
   std::uint32_t first = 0;

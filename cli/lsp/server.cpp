@@ -223,7 +223,7 @@ class Server {
       if (doc != documents_.end()) {
         Notify("textDocument/publishDiagnostics", {{"uri", it->first},
                                                    {"version", doc->second.version},
-                                                   {"diagnostics", Diagnostics(doc->second.text)}});
+                                                   {"diagnostics", Diagnostics(it->first, doc->second.text)}});
       }
       it = pendingLint_.erase(it);
     }

@@ -1,0 +1,138 @@
+#include "lint_file.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "engine.h"
+#include "source_scan.h"
+
+namespace quill::cli {
+namespace {
+
+int64_t CountNewlines(std::string_view text) {
+  return static_cast<int64_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
+// Adds `shift` to the one-based line numbers the messages quote: the lists
+// "(lines: 12, 40)" and "at line 12".
+std::string ShiftQuotedLines(const std::string& message, int64_t shift) {
+  std::string out;
+  std::size_t i = 0;
+  auto shiftNumber = [&]() {
+    const std::size_t start = i;
+    int64_t value = 0;
+    while (i < message.size() && message[i] >= '0' && message[i] <= '9' && i - start < 15) {
+      value = value * 10 + (message[i] - '0');
+      ++i;
+    }
+    if (i == start) return false;
+    out += std::to_string(value + shift);
+    return true;
+  };
+  while (i < message.size()) {
+    if (message.compare(i, 8, "(lines: ") == 0) {
+      out += "(lines: ";
+      i += 8;
+      while (shiftNumber() && message.compare(i, 2, ", ") == 0) {
+        out += ", ";
+        i += 2;
+      }
+    } else if (message.compare(i, 8, "at line ") == 0) {
+      out += "at line ";
+      i += 8;
+      shiftNumber();
+    } else {
+      out.push_back(message[i++]);
+    }
+  }
+  return out;
+}
+
+// The finding's object as the engine would write it with these values.
+std::string RewriteRaw(const Finding& finding) {
+  const nlohmann::ordered_json object = {
+      {"severity", finding.severity}, {"line", finding.line}, {"check", finding.check}, {"message", finding.message}};
+  return object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
+// Lints one stretch and appends its findings with lines moved by `lineShift`.
+bool LintStretch(std::string_view text, int64_t lineShift, std::vector<Finding>* findings, std::string* error) {
+  std::optional<std::string> report = LintSource(text);
+  if (!report) {
+    *error = "the linter could not process this file";
+    return false;
+  }
+  std::optional<std::vector<Finding>> parsed = ParseFindings(*report);
+  if (!parsed) {
+    *error = "the linter returned a report that is not an array of findings";
+    return false;
+  }
+  for (Finding& finding : *parsed) {
+    if (lineShift != 0 && finding.line >= 0) {
+      finding.line += lineShift;
+      finding.message = ShiftQuotedLines(finding.message, lineShift);
+      finding.raw = RewriteRaw(finding);
+    }
+    findings->push_back(std::move(finding));
+  }
+  return true;
+}
+
+}  // namespace
+
+std::vector<std::size_t> ModuleStretches(const std::vector<std::size_t>& moduleStarts) {
+  std::vector<std::size_t> stretches = {0};
+  for (std::size_t i = 1; i < moduleStarts.size(); ++i) stretches.push_back(moduleStarts[i]);
+  return stretches;
+}
+
+FileReport LintFile(std::string_view text, const std::filesystem::path& path, const Config& config,
+                    const LintFileOptions& options) {
+  FileReport report;
+  const SourceScan scan = ScanSource(text);
+  std::vector<Finding> all;
+  const std::vector<std::size_t> stretches =
+      options.wholeFile ? std::vector<std::size_t>{0} : ModuleStretches(scan.moduleStarts);
+  int64_t line = 0;
+  for (std::size_t i = 0; i < stretches.size(); ++i) {
+    const std::size_t begin = stretches[i];
+    const std::size_t end = i + 1 < stretches.size() ? stretches[i + 1] : text.size();
+    if (i > 0) line += CountNewlines(text.substr(stretches[i - 1], begin - stretches[i - 1]));
+    if (!LintStretch(text.substr(begin, end - begin), line, &all, &report.error)) return report;
+  }
+
+  Suppressions suppressions(text, scan.comments);
+  for (Finding& finding : all) {
+    if (!path.empty() && !IsCheckEnabled(config, path, finding.check)) continue;
+    if (path.empty() && !IsCheckEnabled(config, config.folder, finding.check)) continue;
+    if (suppressions.Covers(finding.line, finding.check)) continue;
+    if (const std::optional<quill::Severity> severity = SeverityOverride(config, finding.check)) {
+      const std::string name(SeverityName(*severity));
+      if (name != finding.severity) {
+        finding.severity = name;
+        finding.raw = RewriteRaw(finding);
+      }
+    }
+    report.findings.push_back(std::move(finding));
+  }
+  report.problems = suppressions.Problems();
+  for (const Suppression& entry : suppressions.Entries()) {
+    if (!entry.used) report.unusedSuppressions.push_back(entry);
+  }
+  return report;
+}
+
+DocumentReport LintDocument(const std::filesystem::path& path, std::string_view text, ConfigFinder& configs,
+                            const LintFileOptions& options) {
+  DocumentReport report;
+  ConfigResult config = path.empty() ? ConfigResult{} : configs.ForPath(path, false);
+  if (!config.config) {
+    report.configError = config.error;
+    config.config = std::make_shared<Config>(DefaultConfig(path.empty() ? std::filesystem::path("/") : path.parent_path()));
+  }
+  report.file = LintFile(text, path, *config.config, options);
+  return report;
+}
+
+}  // namespace quill::cli

@@ -1,0 +1,55 @@
+// Linting one file as the tool and the language server report it: module by
+// module, filtered by the inline suppressions and the config, with lines
+// counted in the whole file.
+#ifndef QUILL_CLI_LINT_FILE_H_
+#define QUILL_CLI_LINT_FILE_H_
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "config.h"
+#include "lint_output.h"
+#include "suppressions.h"
+
+namespace quill::cli {
+
+struct LintFileOptions {
+  bool wholeFile = false;  // one library call for the whole text
+};
+
+struct FileReport {
+  std::vector<Finding> findings;  // zero-based lines of the file
+  std::vector<SuppressionProblem> problems;
+  std::vector<Suppression> unusedSuppressions;
+  std::string error;  // the library failed: no findings
+};
+
+// The module stretches of a text: offsets where each begins. The first
+// starts at 0 and takes any text before the second module; the last takes
+// the rest. One stretch (at 0) when the text has at most one module.
+std::vector<std::size_t> ModuleStretches(const std::vector<std::size_t>& moduleStarts);
+
+// `path` is the file's path for the per-file settings (empty for standard
+// input, which only the global settings apply to).
+FileReport LintFile(std::string_view text, const std::filesystem::path& path, const Config& config,
+                    const LintFileOptions& options);
+
+// What an editor shows for one document: the findings, the problems of its
+// suppression comments, and the error of a config that cannot be read (the
+// built-in defaults apply then).
+struct DocumentReport {
+  FileReport file;
+  std::string configError;
+};
+
+// Lints an open document for the language server. `path` is the document's
+// file path (empty when it has none: only the defaults apply); the nearest
+// quill.toml is found through `configs`, which re-reads changed files.
+DocumentReport LintDocument(const std::filesystem::path& path, std::string_view text, ConfigFinder& configs,
+                            const LintFileOptions& options);
+
+}  // namespace quill::cli
+
+#endif  // QUILL_CLI_LINT_FILE_H_

@@ -1,0 +1,153 @@
+#include "source_scan.h"
+
+#include <array>
+
+namespace quill::cli {
+namespace {
+
+bool IsWordStart(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+}
+
+bool IsWordByte(char c) {
+  return IsWordStart(c) || (c >= '0' && c <= '9') || c == '$';
+}
+
+bool IsBlank(char c) {
+  return c == ' ' || c == '\t' || c == '\r' || c == '\f' || c == '\v';
+}
+
+// Keywords that close a design unit: a new unit may follow them directly.
+constexpr std::array<std::string_view, 8> kUnitEnds = {"endmodule", "endprimitive", "endinterface", "endpackage",
+                                                       "endprogram", "endconfig",    "endclass",     "endchecker"};
+
+bool ClosesUnit(std::string_view word) {
+  for (std::string_view end : kUnitEnds) {
+    if (word == end) return true;
+  }
+  return false;
+}
+
+class Scanner {
+ public:
+  explicit Scanner(std::string_view text) : text_(text) {}
+
+  SourceScan Run() {
+    while (pos_ < text_.size()) Step();
+    return std::move(scan_);
+  }
+
+ private:
+  char At(std::size_t i) const { return i < text_.size() ? text_[i] : '\0'; }
+
+  void Step() {
+    const char c = text_[pos_];
+    if (c == '\n') {
+      // A directive ends at the end of its line (a backslash continues it).
+      if (inDirective_ && !(pos_ > 0 && text_[pos_ - 1] == '\\')) {
+        inDirective_ = false;
+        atStatementStart_ = true;
+      }
+      lineHasCode_ = false;
+      ++pos_;
+      return;
+    }
+    if (IsBlank(c)) {
+      ++pos_;
+      return;
+    }
+    if (c == '/' && At(pos_ + 1) == '/') {
+      const std::size_t newline = text_.find('\n', pos_);
+      const std::size_t end = newline == std::string_view::npos ? text_.size() : newline;
+      AddComment(pos_, pos_ + 2, end, end);
+      return;
+    }
+    if (c == '/' && At(pos_ + 1) == '*') {
+      const std::size_t close = text_.find("*/", pos_ + 2);
+      if (close == std::string_view::npos) {
+        AddComment(pos_, pos_ + 2, text_.size(), text_.size());
+      } else {
+        AddComment(pos_, pos_ + 2, close, close + 2);
+      }
+      return;
+    }
+    // An attribute, (* ... *), leaves the statement state as it was; "(*)"
+    // is the sensitivity list of @(*).
+    if (c == '(' && At(pos_ + 1) == '*' && At(pos_ + 2) != ')') {
+      const std::size_t close = text_.find("*)", pos_ + 2);
+      pos_ = close == std::string_view::npos ? text_.size() : close + 2;
+      lineHasCode_ = true;
+      return;
+    }
+    const bool firstOnLine = !lineHasCode_;
+    lineHasCode_ = true;
+    if (c == '"') {
+      SkipString();
+      atStatementStart_ = false;
+      return;
+    }
+    if (c == '`' && firstOnLine) {
+      inDirective_ = true;
+      ++pos_;
+      return;
+    }
+    if (c == '\\') {
+      while (pos_ < text_.size() && !IsBlank(text_[pos_]) && text_[pos_] != '\n') ++pos_;
+      atStatementStart_ = false;
+      return;
+    }
+    if (IsWordStart(c)) {
+      const std::size_t start = pos_;
+      while (pos_ < text_.size() && IsWordByte(text_[pos_])) ++pos_;
+      const std::string_view word = text_.substr(start, pos_ - start);
+      if (inDirective_) return;
+      if (atStatementStart_ && (word == "module" || word == "macromodule")) scan_.moduleStarts.push_back(start);
+      atStatementStart_ = ClosesUnit(word);
+      return;
+    }
+    if (c >= '0' && c <= '9') {
+      while (pos_ < text_.size() && IsWordByte(text_[pos_])) ++pos_;
+      if (!inDirective_) atStatementStart_ = false;
+      return;
+    }
+    if (!inDirective_) atStatementStart_ = c == ';';
+    ++pos_;
+  }
+
+  void AddComment(std::size_t begin, std::size_t bodyBegin, std::size_t bodyEnd, std::size_t end) {
+    scan_.comments.push_back(Comment{begin, end, text_.substr(bodyBegin, bodyEnd - bodyBegin)});
+    pos_ = end;
+  }
+
+  // A string ends at its closing quote or, unterminated, at the end of the
+  // line; a backslash escapes the next byte.
+  void SkipString() {
+    ++pos_;
+    while (pos_ < text_.size()) {
+      const char c = text_[pos_];
+      if (c == '\\') {
+        pos_ += 2;
+        continue;
+      }
+      if (c == '\n') return;
+      ++pos_;
+      if (c == '"') return;
+    }
+    pos_ = text_.size();
+  }
+
+  std::string_view text_;
+  std::size_t pos_ = 0;
+  bool atStatementStart_ = true;
+  bool inDirective_ = false;
+  bool lineHasCode_ = false;
+  SourceScan scan_;
+};
+
+}  // namespace
+
+SourceScan ScanSource(std::string_view text) {
+  return Scanner(text).Run();
+}
+
+}  // namespace quill::cli
