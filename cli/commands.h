@@ -38,6 +38,11 @@ struct LintOptions {
   ColorMode color = ColorMode::kAuto;
   bool wholeFile = false;                // one library call per file, not per module
   bool reportUnusedSuppressions = false;
+  bool exact = false;       // the library's report untouched
+  bool statistics = false;  // count what each filter dropped
+  std::vector<std::string> defines;          // -D NAME[=VALUE]
+  std::vector<std::string> undefines;        // -U NAME
+  std::vector<std::string> disabledFilters;  // --no-filter NAME
 };
 
 enum class HighlightFormat { kText, kJson };

@@ -6,6 +6,9 @@
 
 #include <toml++/toml.h>
 
+#include "precision/finding_filters.h"
+#include "precision/preprocessor.h"
+
 namespace quill::cli {
 namespace {
 
@@ -101,8 +104,21 @@ class Reader {
           }
           lint.perFileIgnores.push_back(PerFileIgnore{std::move(*glob), Checks(value, "[lint.per-file-ignores] \"" + pattern + "\"")});
         }
+      } else if (name == "defines") {
+        lint.defines = Strings(node, where);
+        for (const std::string& definition : lint.defines) {
+          if (!DefineName(definition)) Error(node.source(), where + ": '" + definition + "' is not NAME or NAME=VALUE");
+        }
+      } else if (name == "filters") {
+        lint.filters = Strings(node, where);
+        for (const std::string& filter : lint.filters) {
+          if (filter != "all" && !FindLintFilter(filter)) {
+            Error(node.source(), where + ": unknown filter '" + filter + "' (" + LintFilterNames() + ")");
+          }
+        }
       } else {
-        Error(key.source(), "[lint] unknown key '" + name + "' (select, ignore, severity, per-file-ignores)");
+        Error(key.source(),
+              "[lint] unknown key '" + name + "' (select, ignore, severity, per-file-ignores, defines, filters)");
       }
     }
   }
@@ -308,6 +324,8 @@ std::string DescribeConfig(const Config& config) {
   text += "\n[format]\nexclude = " + TomlArray(config.formatExclude) + "\n";
   text += "\n[lint]\nselect = " + TomlArray(config.lint.select) + "\n";
   text += "ignore = " + TomlArray(config.lint.ignore) + "\n";
+  text += "defines = " + TomlArray(config.lint.defines) + "\n";
+  text += "filters = " + TomlArray(config.lint.filters) + "\n";
   text += "\n[lint.severity]\n";
   for (const auto& [check, severity] : config.lint.severity) {
     text += check + " = " + TomlString(SeverityName(severity)) + "\n";

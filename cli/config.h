@@ -32,6 +32,8 @@ struct LintSettings {
   std::vector<std::string> ignore;
   std::map<std::string, quill::Severity, std::less<>> severity;  // check -> reported severity
   std::vector<PerFileIgnore> perFileIgnores;
+  std::vector<std::string> defines;  // "NAME" or "NAME=VALUE", as -D takes them
+  std::vector<std::string> filters = {"all"};  // lint filter names or "all"
 };
 
 struct Config {

@@ -2,6 +2,7 @@
 // the findings by suppression comments and quill.toml, and report them as
 // text, GitHub annotations, JSON, the engine's raw arrays or SARIF.
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <set>
 #include <system_error>
@@ -14,6 +15,7 @@
 #include "lint_file.h"
 #include "lint_output.h"
 #include "parallel.h"
+#include "precision/finding_filters.h"
 
 namespace quill::cli {
 namespace {
@@ -44,13 +46,33 @@ LintResult LintOne(const InputFile& file, const ConfigResult& config, const Lint
     return result;
   }
   result.report = LintFile(input.text, SettingsPath(file, options.input), *config.config,
-                           LintFileOptions{options.wholeFile});
+                           LintFileOptions{options.wholeFile, options.exact, options.defines, options.undefines,
+                                           options.disabledFilters});
   if (!result.report.error.empty()) result.error = file.displayName + ": " + result.report.error;
   return result;
 }
 
 bool CountsForExit(const Finding& finding, Severity errorOn) {
   return errorOn == Severity::kWarning || IsErrorSeverity(finding.severity);
+}
+
+// "dropped by filters:" and one line per filter and check, in the filters'
+// order, then the total.
+std::string FormatFilterStatistics(const std::map<std::pair<LintFilter, std::string>, std::size_t>& counts) {
+  std::string text = "findings dropped by filters:\n";
+  std::size_t total = 0;
+  for (const LintFilterInfo& filter : kLintFilters) {
+    for (const auto& [key, count] : counts) {
+      if (key.first != filter.id) continue;
+      std::string row = "  " + std::string(filter.name);
+      row.resize(std::max<std::size_t>(row.size() + 1, 26), ' ');
+      row += key.second;
+      row.resize(std::max<std::size_t>(row.size() + 1, 46), ' ');
+      text += row + std::to_string(count) + "\n";
+      total += count;
+    }
+  }
+  return text + "  total " + std::to_string(total) + "\n";
 }
 
 std::string LocatedWarning(const std::string& name, int64_t line, const std::string& message) {
@@ -76,6 +98,7 @@ int RunLint(const LintOptions& options) {
   std::vector<LintResult> results(files.size());
   std::vector<FileFindings> collected;
   std::set<std::string> reportedErrors;
+  std::map<std::pair<LintFilter, std::string>, std::size_t> droppedCounts;
   std::size_t shown = 0, total = 0, warnings = 0, errors = 0, filesWithFindings = 0;
   int exit = kExitClean;
 
@@ -92,6 +115,11 @@ int RunLint(const LintOptions& options) {
           return output;
         }
         const std::string& name = files[i].displayName;
+        if (result.report.preprocessorProblemLine) {
+          output.err += LocatedWarning(name, *result.report.preprocessorProblemLine,
+                                       result.report.preprocessorProblem + "; `ifdef branches not evaluated");
+        }
+        for (const DroppedFinding& dropped : result.report.dropped) ++droppedCounts[{dropped.filter, dropped.check}];
         for (const SuppressionProblem& problem : result.report.problems) {
           output.err += LocatedWarning(name, problem.line, problem.message);
         }
@@ -139,6 +167,7 @@ int RunLint(const LintOptions& options) {
                            " not shown (--max-findings " + std::to_string(options.maxFindings) + ")\n");
   }
   if (options.format == LintFormat::kText) WriteBytes(stderr, FormatSummary(warnings, errors, filesWithFindings));
+  if (options.statistics) WriteBytes(stderr, FormatFilterStatistics(droppedCounts));
   return exit;
 }
 

@@ -5,6 +5,8 @@
 #include <optional>
 
 #include "engine.h"
+#include "precision/generate_scopes.h"
+#include "precision/preprocessor.h"
 #include "source_scan.h"
 
 namespace quill::cli {
@@ -87,26 +89,80 @@ std::vector<std::size_t> ModuleStretches(const std::vector<std::size_t>& moduleS
   return stretches;
 }
 
+namespace {
+
+// -D and [lint] defines, less -U.
+DefineSet ActiveDefines(const Config& config, const LintFileOptions& options) {
+  DefineSet defines;
+  for (const std::vector<std::string>* list : {&config.lint.defines, &options.defines}) {
+    for (const std::string& definition : *list) {
+      if (std::optional<std::string> name = DefineName(definition)) defines.insert(std::move(*name));
+    }
+  }
+  for (const std::string& name : options.undefines) defines.erase(name);
+  return defines;
+}
+
+LintFilterSet EnabledFilters(const Config& config, const LintFileOptions& options) {
+  LintFilterSet filters;
+  for (const std::string& name : config.lint.filters) {
+    if (name == "all") {
+      filters = LintFilterSet::All();
+    } else if (std::optional<LintFilter> filter = FindLintFilter(name)) {
+      filters.Enable(*filter);
+    }
+  }
+  for (const std::string& name : options.disabledFilters) {
+    if (std::optional<LintFilter> filter = FindLintFilter(name)) filters.Disable(*filter);
+  }
+  return filters;
+}
+
+}  // namespace
+
 FileReport LintFile(std::string_view text, const std::filesystem::path& path, const Config& config,
                     const LintFileOptions& options) {
   FileReport report;
+  if (options.exact) {
+    LintStretch(text, 0, &report.findings, &report.error);
+    return report;
+  }
+  // The linter sees only the compiled branches of `ifdef; suppression
+  // comments are read from the text as written.
+  const PreprocessedText preprocessed = BlankInactiveBranches(text, ActiveDefines(config, options));
+  report.preprocessorProblemLine = preprocessed.problemLine;
+  report.preprocessorProblem = preprocessed.problem;
+  const std::string_view linted = preprocessed.text;
+
   const SourceScan scan = ScanSource(text);
+  const SourceScan lintedScan = preprocessed.changed ? ScanSource(linted) : SourceScan();
+  const std::vector<std::size_t>& moduleStarts = preprocessed.changed ? lintedScan.moduleStarts : scan.moduleStarts;
   std::vector<Finding> all;
   const std::vector<std::size_t> stretches =
-      options.wholeFile ? std::vector<std::size_t>{0} : ModuleStretches(scan.moduleStarts);
+      options.wholeFile ? std::vector<std::size_t>{0} : ModuleStretches(moduleStarts);
   int64_t line = 0;
   for (std::size_t i = 0; i < stretches.size(); ++i) {
     const std::size_t begin = stretches[i];
-    const std::size_t end = i + 1 < stretches.size() ? stretches[i + 1] : text.size();
-    if (i > 0) line += CountNewlines(text.substr(stretches[i - 1], begin - stretches[i - 1]));
-    if (!LintStretch(text.substr(begin, end - begin), line, &all, &report.error)) return report;
+    const std::size_t end = i + 1 < stretches.size() ? stretches[i + 1] : linted.size();
+    if (i > 0) line += CountNewlines(linted.substr(stretches[i - 1], begin - stretches[i - 1]));
+    if (!LintStretch(linted.substr(begin, end - begin), line, &all, &report.error)) return report;
   }
 
+  const LintFilterSet filters = EnabledFilters(config, options);
+  std::optional<GenerateScopes> scopes;
   Suppressions suppressions(text, scan.comments);
   for (Finding& finding : all) {
     if (!path.empty() && !IsCheckEnabled(config, path, finding.check)) continue;
     if (path.empty() && !IsCheckEnabled(config, config.folder, finding.check)) continue;
     if (suppressions.Covers(finding.line, finding.check)) continue;
+    if (!filters.Empty() && finding.line >= 0) {
+      if (!scopes) scopes.emplace(linted);
+      const FindingToFilter candidate{static_cast<std::uint32_t>(finding.line), finding.check, finding.message};
+      if (const std::optional<LintFilter> filter = FilterThatDrops(*scopes, candidate, filters)) {
+        report.dropped.push_back(DroppedFinding{*filter, finding.check});
+        continue;
+      }
+    }
     if (const std::optional<quill::Severity> severity = SeverityOverride(config, finding.check)) {
       const std::string name(SeverityName(*severity));
       if (name != finding.severity) {

@@ -4,12 +4,15 @@
 #ifndef QUILL_CLI_LINT_FILE_H_
 #define QUILL_CLI_LINT_FILE_H_
 
+#include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "config.h"
+#include "precision/finding_filters.h"
 #include "lint_output.h"
 #include "suppressions.h"
 
@@ -17,12 +20,28 @@ namespace quill::cli {
 
 struct LintFileOptions {
   bool wholeFile = false;  // one library call for the whole text
+  // The library's report untouched: one call, no `ifdef evaluation, no
+  // filter, no suppression, no configuration.
+  bool exact = false;
+  std::vector<std::string> defines;    // -D NAME[=VALUE], added to [lint] defines
+  std::vector<std::string> undefines;  // -U NAME
+  std::vector<std::string> disabledFilters;  // --no-filter NAME
+};
+
+// A finding that a lint filter dropped.
+struct DroppedFinding {
+  LintFilter filter;
+  std::string check;
 };
 
 struct FileReport {
   std::vector<Finding> findings;  // zero-based lines of the file
   std::vector<SuppressionProblem> problems;
   std::vector<Suppression> unusedSuppressions;
+  std::vector<DroppedFinding> dropped;
+  // Conditional directives that do not nest: the text was linted as written.
+  std::optional<std::uint32_t> preprocessorProblemLine;
+  std::string preprocessorProblem;
   std::string error;  // the library failed: no findings
 };
 

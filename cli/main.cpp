@@ -18,10 +18,15 @@
 #include "lint/check_table.h"
 #include "lsp/server.h"
 #include "parallel.h"
+#include "precision/finding_filters.h"
+#include "precision/preprocessor.h"
 
 namespace {
 
 using quill::cli::ColorMode;
+using quill::cli::DefineName;
+using quill::cli::FindLintFilter;
+using quill::cli::LintFilterNames;
 using quill::cli::ConfigOptions;
 using quill::cli::DefaultJobs;
 using quill::cli::EngineVersion;
@@ -151,6 +156,25 @@ CLI::App* AddLintCommand(CLI::App* app, LintOptions* options) {
   command->add_flag("--whole-file", options->wholeFile, "Lint each file with one call instead of module by module");
   command->add_flag("--report-unused-suppressions", options->reportUnusedSuppressions,
                     "Warn about suppression comments that quieted nothing");
+  // Precision: `ifdef evaluation and the filters that drop disproved findings.
+  command->add_option("-D,--define", options->defines, "Define a macro for `ifdef evaluation")
+      ->type_name("NAME[=VALUE]")
+      ->check(CLI::Validator(
+          [](std::string& word) { return DefineName(word) ? std::string() : "'" + word + "' is not NAME or NAME=VALUE"; },
+          ""));
+  command->add_option("-U,--undefine", options->undefines, "Undefine a macro given by -D or quill.toml")
+      ->type_name("NAME");
+  command->add_option("--no-filter", options->disabledFilters, "Turn off one lint filter (" + LintFilterNames() + ")")
+      ->type_name("NAME")
+      ->check(CLI::Validator(
+          [](std::string& word) {
+            return FindLintFilter(word) ? std::string() : "unknown filter '" + word + "' (" + LintFilterNames() + ")";
+          },
+          ""));
+  command->add_flag("--statistics", options->statistics, "Print how many findings each filter dropped, per check");
+  command->add_flag("--exact", options->exact,
+                    "The library's report untouched: whole file, no `ifdef evaluation, no filters, suppressions "
+                    "or quill.toml");
   std::string checks = "Checks (for quill.toml and '// quill: disable-line CHECK'; 'all' means every one):\n";
   for (const quill::CheckInfo& check : quill::kCheckTable) {
     checks += "  " + std::string(check.name) + std::string(18 - std::min<std::size_t>(17, check.name.size()), ' ') +

@@ -246,6 +246,12 @@ std::optional<LintFilter> FindLintFilter(std::string_view name) {
   return std::nullopt;
 }
 
+std::string LintFilterNames() {
+  std::string names;
+  for (const LintFilterInfo& filter : kLintFilters) names += (names.empty() ? "" : ", ") + std::string(filter.name);
+  return names;
+}
+
 std::optional<LintFilter> FilterThatDrops(const GenerateScopes& scopes, const FindingToFilter& finding,
                                           LintFilterSet enabled) {
   if (enabled.Empty() || !scopes.Complete()) return std::nullopt;

@@ -38,6 +38,8 @@ inline constexpr std::array<LintFilterInfo, 4> kLintFilters = {{
 }};
 
 std::optional<LintFilter> FindLintFilter(std::string_view name);
+// "empty-name, read-only-driver, ...", for messages.
+std::string LintFilterNames();
 
 // A bit set of enabled filters.
 class LintFilterSet {
