@@ -107,6 +107,61 @@ class FindingProof {
     return false;
   }
 
+  // "combinational always uses '<='" on a block with no "<=" outside
+  // parentheses, "sequential always uses '='" on one with no "=": the
+  // linter read another block's body for it.
+  bool AbsentAssignment() const {
+    if (finding_.check != "blocking-assign") return false;
+    const bool nonBlocking = finding_.message.find("uses '<='") != std::string_view::npos;
+    if (!nonBlocking && finding_.message.find("uses '='") == std::string_view::npos) return false;
+    const ProceduralBlock* block = scopes_.BlockOnLine(finding_.line);
+    if (block == nullptr) return false;
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    std::size_t parentheses = 0;
+    for (std::size_t t = block->keyword; t < block->end && t < tokens.size(); ++t) {
+      if (tokens[t].Is("(")) ++parentheses;
+      if (tokens[t].Is(")") && parentheses > 0) --parentheses;
+      if (nonBlocking && parentheses == 0 && tokens[t].Is("<=")) return false;
+      if (!nonBlocking && tokens[t].Is("=")) return false;
+    }
+    return true;
+  }
+
+  // "output q;" (direction only, non-ANSI) and "reg q;" or "wire q;": one
+  // port, declared in two legal steps. A "wire-always" finding on such a
+  // port that is declared "reg" goes too: the linter judged it by the
+  // direction alone.
+  bool PortRedeclaration() const {
+    const bool duplicate = finding_.check == "dupli-define" && finding_.message.rfind("signal '", 0) == 0;
+    if (!duplicate && finding_.check != "wire-always") return false;
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
+    if (!name || name->empty() || !module) return false;
+    if (duplicate && TimesCount(finding_.message) != 2u) return false;
+    const std::vector<std::size_t> declarations = DeclarationTokens(*name, *module);
+    if (declarations.size() != 2) return false;
+    int directions = 0;
+    int types = 0;
+    int variables = 0;
+    for (std::size_t t : declarations) {
+      const std::optional<std::size_t> first = FirstTokenOfLine(scopes_.Tokens()[t].line);
+      if (!first) return false;
+      bool direction = false;
+      bool type = false;
+      bool variable = false;
+      for (std::size_t k = *first; k < t; ++k) {
+        const Token& word = scopes_.Tokens()[k];
+        if (IsAnyOf(word, {"input", "output", "inout"})) direction = true;
+        if (IsAnyOf(word, {"wire", "tri"})) type = true;
+        if (IsAnyOf(word, {"reg", "logic", "integer", "var", "bit"})) type = variable = true;
+      }
+      if (direction && !type) ++directions;
+      if (type && !direction) ++types;
+      if (variable && !direction) ++variables;
+    }
+    return directions == 1 && types == 1 && (duplicate || variables == 1);
+  }
+
   bool DefaultBeforeBranch() const {
     if (finding_.check != "latch") return false;
     const ProceduralBlock* block = scopes_.BlockOnLine(finding_.line);
@@ -258,7 +313,11 @@ std::optional<LintFilter> FilterThatDrops(const GenerateScopes& scopes, const Fi
   const FindingProof proof(scopes, finding);
   if (enabled.Has(LintFilter::kEmptyName) && proof.EmptyName()) return LintFilter::kEmptyName;
   if (enabled.Has(LintFilter::kReadOnlyDriver) && proof.ReadOnlyDriver()) return LintFilter::kReadOnlyDriver;
+  if (enabled.Has(LintFilter::kAbsentAssignment) && proof.AbsentAssignment()) return LintFilter::kAbsentAssignment;
   if (enabled.Has(LintFilter::kGenerateScope) && proof.GenerateScope()) return LintFilter::kGenerateScope;
+  if (enabled.Has(LintFilter::kPortRedeclaration) && proof.PortRedeclaration()) {
+    return LintFilter::kPortRedeclaration;
+  }
   if (enabled.Has(LintFilter::kDefaultBeforeBranch) && proof.DefaultBeforeBranch()) {
     return LintFilter::kDefaultBeforeBranch;
   }

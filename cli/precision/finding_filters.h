@@ -2,8 +2,9 @@
 // structure proves it wrong: declarations and drivers in different branches
 // of a generate if or case or in different named generate blocks, an always
 // block that only reads the signal it is said to drive, a latch warning on a
-// block that gives every branch target a default first, and findings about
-// an empty name. When in doubt a finding is kept.
+// block that gives every branch target a default first, a blocking-assign
+// warning on a block without such an assignment, a port declared by
+// direction and again by type, and findings about an empty name. When in doubt a finding is kept.
 #ifndef QUILL_CLI_PRECISION_FINDING_FILTERS_H_
 #define QUILL_CLI_PRECISION_FINDING_FILTERS_H_
 
@@ -17,7 +18,14 @@
 
 namespace quill::cli {
 
-enum class LintFilter : std::uint8_t { kEmptyName, kReadOnlyDriver, kGenerateScope, kDefaultBeforeBranch };
+enum class LintFilter : std::uint8_t {
+  kEmptyName,
+  kReadOnlyDriver,
+  kAbsentAssignment,
+  kGenerateScope,
+  kPortRedeclaration,
+  kDefaultBeforeBranch,
+};
 
 struct LintFilterInfo {
   LintFilter id;
@@ -27,12 +35,16 @@ struct LintFilterInfo {
 
 // In the order they are tried; a dropped finding counts for the first filter
 // that drops it.
-inline constexpr std::array<LintFilterInfo, 4> kLintFilters = {{
+inline constexpr std::array<LintFilterInfo, 6> kLintFilters = {{
     {LintFilter::kEmptyName, "empty-name", "findings about the empty name ''"},
     {LintFilter::kReadOnlyDriver, "read-only-driver",
      "multi-driver findings where a named always block only reads the signal"},
+    {LintFilter::kAbsentAssignment, "absent-assignment",
+     "blocking-assign findings on a block whose own text has no assignment of the kind named"},
     {LintFilter::kGenerateScope, "generate-scope",
      "duplicates and drivers in different branches of a generate if/case or in different named generate blocks"},
+    {LintFilter::kPortRedeclaration, "port-redeclaration",
+     "dupli-define (and wire-always) findings on a non-ANSI port declared by direction, then by type"},
     {LintFilter::kDefaultBeforeBranch, "default-before-branch",
      "latch findings on blocks that assign every branch target a default value first"},
 }};

@@ -254,6 +254,35 @@ const FilterCase kCases[] = {
      "end\n"
      "endmodule\n",
      1, "latch", "if without else (if:1 else:0)", kKept},
+    // Assignments the block does not hold.
+    {"NonBlockingWarningOnABlockWithoutOne",
+     "module m;\n"
+     "always_comb begin\n"
+     "  d = q;\n"
+     "end\n"
+     "always_ff @(posedge clk) q <= d;\n"
+     "endmodule\n",
+     1, "blocking-assign", "combinational always uses '<=' (1x), suggest '='", LintFilter::kAbsentAssignment},
+    {"NonBlockingWarningOnABlockWithOne", "module m;\nalways @(*) y <= a;\nendmodule\n", 1, "blocking-assign",
+     "combinational always uses '<=' (1x), suggest '='", kKept},
+    {"ComparisonIsNotANonBlockingAssignment",
+     "module m;\nalways @(*) y = (a <= b);\nendmodule\n", 1, "blocking-assign",
+     "combinational always uses '<=' (1x), suggest '='", LintFilter::kAbsentAssignment},
+    {"BlockingWarningOnABlockWithOne", "module m;\nalways @(posedge clk) q = d;\nendmodule\n", 1,
+     "blocking-assign", "sequential always uses '=' (1x), suggest '<='", kKept},
+    // Ports declared by direction, then by type.
+    {"OutputThenReg", "module m(q);\noutput [7:0] q;\nreg [7:0] q;\nendmodule\n", 2, "dupli-define",
+     "signal 'q' defined 2 times", LintFilter::kPortRedeclaration},
+    {"OutputRegThenRegIsKept", "module m(q);\noutput reg q;\nreg q;\nendmodule\n", 2, "dupli-define",
+     "signal 'q' defined 2 times", kKept},
+    {"WireAlwaysOnAPortDeclaredReg",
+     "module m(q);\noutput q;\nreg q;\nalways @(posedge clk) q <= d;\nendmodule\n", 3, "wire-always",
+     "wire signal 'q' cannot be assigned in always block (use reg instead)", LintFilter::kPortRedeclaration},
+    {"WireAlwaysOnAPortDeclaredWire",
+     "module m(q);\noutput q;\nwire q;\nalways @(posedge clk) q <= d;\nendmodule\n", 3, "wire-always",
+     "wire signal 'q' cannot be assigned in always block (use reg instead)", kKept},
+    {"TwoRegsAreKept", "module m;\nreg q;\nreg q;\nendmodule\n", 2, "dupli-define", "signal 'q' defined 2 times",
+     kKept},
     {"OtherChecksAreNeverDropped", "module m;\nassign a = a;\nendmodule\n", 1, "comb-loop",
      "assign 'a' feeds back to itself", kKept},
 };

@@ -9,9 +9,10 @@ module read_only_driver (
   logic [3:0] count_q, count_d;
 
   // The linter reads this always_comb block together with the body of the
-  // always_ff below: it takes count_q for driven here (the read-only-driver
-  // filter drops that) and warns of its '<=' (no filter proves that wrong).
-  always_comb begin // expect: blocking-assign
+  // always_ff below: it takes count_q for driven here (read-only-driver
+  // drops that) and warns of a '<=' the block does not hold
+  // (absent-assignment drops that).
+  always_comb begin
     count_d = count_q;
     if (start) count_d = count_q + 4'd1;
   end
