@@ -22,8 +22,8 @@ namespace {
 
 using Json = nlohmann::json;
 
-// Request ids carry this prefix; random frames that contain it, or that
-// could end the session early, are left out so every counted id is ours.
+// Request ids carry this prefix; random frames that reuse such an id, or
+// that would end the session early, are left out so every counted id is ours.
 constexpr std::string_view kIdPrefix = "fz#";
 
 const char* const kUris[] = {"file:///w/top.v", "file:///w/pkg.sv", "file:///w/pins.xdc", "file:///w/run.tcl",
@@ -125,8 +125,18 @@ class Session {
 
   void RandomFrame() {
     const std::string body = data_.ConsumeRandomLengthString(512);
-    if (body.find(kIdPrefix) != std::string::npos || body.find("exit") != std::string::npos) return;
-    Frame(body);
+    if (!EndsSessionOrReusesId(body)) Frame(body);
+  }
+
+  // Whether the server would read the body as "exit" or as a message with
+  // one of the session's ids (JSON escapes included, hence the parse).
+  static bool EndsSessionOrReusesId(const std::string& body) {
+    const Json message = Json::parse(body, nullptr, false);
+    if (message.is_discarded() || !message.is_object()) return false;
+    const auto method = message.find("method");
+    if (method != message.end() && method->is_string() && method->get<std::string>() == "exit") return true;
+    const auto id = message.find("id");
+    return id != message.end() && id->is_string() && id->get<std::string>().starts_with(kIdPrefix);
   }
 
   // A header block the server must reject on its own, without losing the

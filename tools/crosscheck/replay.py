@@ -94,7 +94,10 @@ class Replay:
 
     def Files(self, service, paths, mutations, rng):
         for path in paths:
-            data = harness.ReadFile(path)
+            try:
+                data = harness.ReadFile(path)
+            except FileNotFoundError:
+                continue  # a running fuzzer replaced it with a smaller input
             self.Check(service, path, data)
             for k in range(mutations):
                 self.Check(service, "%s (mutation %d, seed %d)" % (path, k, self.args.seed), Mutate(service, data, rng))
@@ -119,7 +122,7 @@ def Main():
     if args.sample:
         args.no_corpus = True
         args.mutations = min(args.mutations, 2)
-        args.generated = min(args.generated, 150)
+        args.generated = min(args.generated, 300)
         args.shrink_seconds = min(args.shrink_seconds, 5.0)
 
     start = time.time()
