@@ -7,7 +7,7 @@ packages=(
   libpcre2-dev libgtest-dev libgmock-dev libbenchmark-dev
   libcli11-dev nlohmann-json3-dev libtomlplusplus-dev libgit2-dev git hyperfine
   libclang-rt-14-dev
-  neovim
+  neovim python3
 )
 # Node.js runs the language-server client test; any installed Node will do.
 if ! command -v node >/dev/null || ! command -v npm >/dev/null; then

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds quill and runs every test. On a fresh machine it first installs what
-# is missing. With --full (or CI=true) it also runs the sanitizer builds and
-# the timed fuzzers.
+# is missing. With --full (or CI=true) it also runs the sanitizer builds, the
+# timed fuzzers and the differential replay of what they kept.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -50,5 +50,10 @@ if [ "$full" = 1 ]; then
     cmake --preset fuzz >/dev/null
     cmake --build --preset fuzz -j "$jobs"
     bash fuzz/run_fuzzers.sh build/fuzz "${QUILL_FUZZ_SECONDS:-60}"
+
+    step "differential replay: fuzzer inputs, corpus and mutations against the Python models"
+    python3 tools/crosscheck/replay.py --lib build/dev/core_engine/libquill.so \
+      --fuzz-corpus build/fuzz/fuzz-work/corpus-format --fuzz-corpus build/fuzz/fuzz-work/corpus-lint \
+      --fuzz-corpus build/fuzz/fuzz-work/corpus-highlight
   fi
 fi

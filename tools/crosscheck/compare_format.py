@@ -14,7 +14,6 @@ the run looks for other ones.
 """
 
 import argparse
-import ctypes
 import os
 import random
 import sys
@@ -22,43 +21,7 @@ import time
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 import format_reference as ref  # noqa: E402
-
-kExtensions = (".v", ".sv", ".vh", ".svh")
-
-
-class Engine:
-
-    def __init__(self, path):
-        self.lib = ctypes.CDLL(path)
-        self.fn = self.lib.n5p8w
-        self.fn.argtypes = [ctypes.c_char_p, ctypes.c_int32, ctypes.c_char_p, ctypes.c_int32]
-        self.fn.restype = ctypes.c_int32
-
-    def Format(self, data):
-        if len(data) == 0:
-            source = b"\0"
-            length = 0
-        else:
-            source = data
-            length = len(data)
-        capacity = 2 * len(data) + 4096
-        for _ in range(3):
-            out = ctypes.create_string_buffer(capacity)
-            n = self.fn(source, length, out, capacity)
-            if n >= 0:
-                return out.raw[:n]
-            capacity = -n
-        raise RuntimeError("engine kept asking for more room")
-
-
-def CorpusFiles(folder):
-    found = []
-    for root, _, names in os.walk(folder):
-        for name in names:
-            if name.endswith(kExtensions):
-                found.append(os.path.join(root, name))
-    return sorted(found)
-
+import harness  # noqa: E402
 
 # ---------------------------------------------------------------------------
 # Generated inputs
@@ -293,55 +256,6 @@ def FocusedText(rng):
 
 
 # ---------------------------------------------------------------------------
-# Shrinking
-
-
-def Ddmin(items, failing):
-    """Classic delta debugging: a smaller list for which failing(list) still holds."""
-    n = 2
-    while len(items) >= 2:
-        size = len(items) // n
-        if size == 0:
-            break
-        reduced = False
-        for k in range(n):
-            complement = items[:k * size] + items[(k + 1) * size:]
-            if complement and failing(complement):
-                items = complement
-                n = max(n - 1, 2)
-                reduced = True
-                break
-        if not reduced:
-            if n >= len(items):
-                break
-            n = min(len(items), n * 2)
-    return items
-
-
-def Shrink(data, differs, deadline):
-    def Timed(pred):
-        def Wrapped(candidate):
-            if time.time() > deadline:
-                return False
-            return pred(candidate)
-        return Wrapped
-
-    lines = data.split(b"\n")
-    lines = Ddmin(lines, Timed(lambda ls: differs(b"\n".join(ls))))
-    # Shrink each line by whole bytes.
-    for idx in range(len(lines)):
-        def LineFails(chars, idx=idx):
-            trial = lines[:idx] + [bytes(chars)] + lines[idx + 1:]
-            return differs(b"\n".join(trial))
-        chars = list(lines[idx])
-        if len(chars) > 1:
-            lines[idx] = bytes(Ddmin(chars, Timed(LineFails)))
-    # Drop any line that became removable.
-    lines = Ddmin(lines, Timed(lambda ls: differs(b"\n".join(ls))))
-    return b"\n".join(lines)
-
-
-# ---------------------------------------------------------------------------
 # Known divergences: each function makes the model copy the engine's current behaviour.
 
 def _ParamHeaderAlwaysSpaced():
@@ -365,23 +279,10 @@ def ApplyMasks(names):
 # ---------------------------------------------------------------------------
 
 
-def FirstDifference(a, b):
-    la = a.split(b"\n")
-    lb = b.split(b"\n")
-    for k in range(max(len(la), len(lb))):
-        x = la[k] if k < len(la) else None
-        y = lb[k] if k < len(lb) else None
-        if x != y:
-            return k, x, y
-    return None
-
-
 def Main():
-    here = os.path.dirname(os.path.abspath(__file__))
-    repo = os.path.dirname(os.path.dirname(here))
     parser = argparse.ArgumentParser()
-    parser.add_argument("--lib", default=os.path.join(repo, "build", "dev", "core_engine", "libquill.so"))
-    parser.add_argument("--corpus", default="/work/shared/corpus")
+    parser.add_argument("--lib", default=harness.kDefaultLibrary)
+    parser.add_argument("--corpus", default=harness.kDefaultCorpus)
     parser.add_argument("--mutations", type=int, default=4, help="generated inputs per corpus file")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--random", type=int, default=2000, help="number of generated Verilog-like texts")
@@ -392,13 +293,13 @@ def Main():
     args = parser.parse_args()
 
     ApplyMasks(args.mask)
-    engine = Engine(args.lib)
+    engine = harness.Engine(args.lib)
     rng = random.Random(args.seed)
 
     def Differs(data):
         return engine.Format(data) != ref.FormatEntry(data)
 
-    files = args.file or CorpusFiles(args.corpus)
+    files = args.file or harness.CorpusFiles(args.corpus, harness.kVerilogExtensions)
     compared = 0
     diverging = 0
     reports = []
@@ -408,8 +309,7 @@ def Main():
         if path == "random":
             inputs = [(b"random", RandomText(rng)), (b"focused", FocusedText(rng))]
         else:
-            with open(path, "rb") as handle:
-                original = handle.read()
+            original = harness.ReadFile(path)
             inputs = [(b"file", original)]
             for _ in range(args.mutations):
                 inputs.append(Mutations(original, rng))
@@ -420,7 +320,7 @@ def Main():
             diverging += 1
             if len(reports) >= args.max_reports:
                 continue
-            small = Shrink(data, Differs, time.time() + args.shrink_seconds)
+            small = harness.ShrinkByDeltaDebugging(data, Differs, time.time() + args.shrink_seconds)
             if small in seen:
                 continue
             seen.add(small)
@@ -432,7 +332,7 @@ def Main():
             print("input:  %r" % small)
             print("engine: %r" % got)
             print("model:  %r" % want)
-            print("first differing line: %r" % (FirstDifference(got, want),))
+            print("first differing line: %r" % (harness.FirstDifferingLine(got, want),))
             sys.stdout.flush()
     print("=" * 72)
     print("files: %d, random texts: %d, inputs compared: %d, diverging inputs: %d, distinct reports: %d" %

@@ -19,77 +19,38 @@ import ctypes
 import os
 import random
 import sys
-import time
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+import harness  # noqa: E402
 import highlight_reference as ref  # noqa: E402
-
-kExtensions = (".xdc", ".sdc", ".tcl", ".qsf", ".cst", ".pcf", ".lpf", ".ucf", ".pdc", ".ccf")
-kSentinel = 0xEE
+from harness import SplitKeepEnds  # noqa: E402,F401
 
 
-class Engine:
-
-    def __init__(self, path):
-        self.lib = ctypes.CDLL(path)
-        self.fn = self.lib.x4b7d
-        self.fn.argtypes = [ctypes.c_char_p, ctypes.c_int32, ctypes.c_char_p, ctypes.c_int32]
-        self.fn.restype = ctypes.c_int32
-
-    def Classify(self, data):
-        """The class bytes, or a description of a broken buffer contract."""
-        n = len(data)
-        if n == 0:
-            return b""
-        out = ctypes.create_string_buffer(bytes([kSentinel]) * n, n)
-        result = self.fn(data, n, out, n)
-        if result != n:
-            return b"<returned %d for length %d>" % (result, n)
-        return out.raw
-
-    def CheckContract(self):
-        """Argument and capacity rules of the export; returns a list of failures."""
-        failures = []
-        sample = b"set_property PACKAGE_PIN W5 [get_ports clk]"
-        n = len(sample)
-        out = ctypes.create_string_buffer(bytes([kSentinel]) * (n + 8), n + 8)
-        if self.fn(None, n, out, n + 8) != 0:
-            failures.append("null text does not return 0")
-        if self.fn(sample, 0, out, n + 8) != 0:
-            failures.append("length 0 does not return 0")
-        if self.fn(sample, -5, out, n + 8) != 0:
-            failures.append("negative length does not return 0")
-        if self.fn(sample, n, out, n - 1) != -n:
-            failures.append("capacity length-1 does not return -length")
-        if out.raw != bytes([kSentinel]) * (n + 8):
-            failures.append("a rejected call wrote into the buffer")
-        if self.fn(sample, n, out, n + 8) != n:
-            failures.append("capacity above length does not return length")
-        if out.raw[n:] != bytes([kSentinel]) * 8:
-            failures.append("bytes past length were written")
-        if out.raw[:n] != ref.Classify(sample):
-            failures.append("contract sample classified differently")
-        return failures
-
-
-def CorpusFiles(folder):
-    found = []
-    for root, _, names in os.walk(folder):
-        for name in names:
-            if name.lower().endswith(kExtensions):
-                found.append(os.path.join(root, name))
-    return sorted(found)
-
-
-def ClassString(classes):
-    return "".join("0123456789a"[c] if c <= 10 else "!" for c in classes)
-
-
-def FirstDifference(a, b):
-    for k in range(min(len(a), len(b))):
-        if a[k] != b[k]:
-            return k
-    return None if len(a) == len(b) else min(len(a), len(b))
+def CheckContract(engine):
+    """Argument and capacity rules of the export; returns a list of failures."""
+    fn = engine.classify
+    sentinel = harness.kSentinel
+    failures = []
+    sample = b"set_property PACKAGE_PIN W5 [get_ports clk]"
+    n = len(sample)
+    out = ctypes.create_string_buffer(bytes([sentinel]) * (n + 8), n + 8)
+    if fn(None, n, out, n + 8) != 0:
+        failures.append("null text does not return 0")
+    if fn(sample, 0, out, n + 8) != 0:
+        failures.append("length 0 does not return 0")
+    if fn(sample, -5, out, n + 8) != 0:
+        failures.append("negative length does not return 0")
+    if fn(sample, n, out, n - 1) != -n:
+        failures.append("capacity length-1 does not return -length")
+    if out.raw != bytes([sentinel]) * (n + 8):
+        failures.append("a rejected call wrote into the buffer")
+    if fn(sample, n, out, n + 8) != n:
+        failures.append("capacity above length does not return length")
+    if out.raw[n:] != bytes([sentinel]) * 8:
+        failures.append("bytes past length were written")
+    if out.raw[:n] != ref.Classify(sample):
+        failures.append("contract sample classified differently")
+    return failures
 
 
 # ---------------------------------------------------------------------------
@@ -99,10 +60,6 @@ kAllWords = (ref.kConstraintKeywords + ref.kToolCommands + ref.kFlowCommands + r
 kKnownLower = set(word.lower().encode() for word in kAllWords)
 kInsertBytes = [b'"', b"{", b"}", b"[", b"]", b"#", b";", b"\\", b"$", b"\x00", b"\x80", b"\xc3", b"\xa9", b"\xff",
                 b"-", b"_", b" ", b"\t", b"\n", b"\r", b"\v", b"\f", b".", b"0", b"A", b"\xe2\x82\xac"]
-
-
-def SplitKeepEnds(data):
-    return data.splitlines(keepends=True) if data else []
 
 
 def FlipKeywordCase(data, rng):
@@ -267,89 +224,13 @@ def RandomText(rng):
 
 
 # ---------------------------------------------------------------------------
-# Shrinking
-
-
-def Shrink(data, keeps, deadline):
-    """Removes lines, then bytes, while keeps(candidate) holds, until nothing more goes or time runs out."""
-    for unit in ("lines", "bytes"):
-        pieces = SplitKeepEnds(data) if unit == "lines" else [bytes([b]) for b in data]
-        chunk = max(1, len(pieces) // 2)
-        while chunk >= 1 and time.time() < deadline:
-            i = 0
-            changed = False
-            while i < len(pieces) and time.time() < deadline:
-                candidate = pieces[:i] + pieces[i + chunk:]
-                if candidate and keeps(b"".join(candidate)):
-                    pieces = candidate
-                    changed = True
-                else:
-                    i += chunk
-            if not changed:
-                chunk //= 2
-        data = b"".join(pieces)
-    return data
-
-
-# ---------------------------------------------------------------------------
 # Driver
 
 
-class Run:
-
-    def __init__(self, engine, out, maxReports, shrinkSeconds):
-        self.engine = engine
-        self.out = out
-        self.maxReports = maxReports
-        self.shrinkSeconds = shrinkSeconds
-        self.compared = 0
-        self.divergent = 0
-        self.signatures = {}
-
-    def Both(self, data):
-        return self.engine.Classify(data), ref.Classify(data)
-
-    def Signature(self, data):
-        got, want = self.Both(data)
-        k = FirstDifference(got, want)
-        if k is None:
-            return None
-        g = got[k] if k < len(got) else -1
-        w = want[k] if k < len(want) else -1
-        return (g, w)
-
-    def Check(self, label, data):
-        self.compared += 1
-        signature = self.Signature(data)
-        if signature is None:
-            return
-        self.divergent += 1
-        if signature in self.signatures or len(self.signatures) >= self.maxReports:
-            self.signatures.setdefault(signature, label)
-            return
-        self.signatures[signature] = label
-        small = Shrink(data, lambda candidate: self.Signature(candidate) == signature,
-                       time.time() + self.shrinkSeconds)
-        got, want = self.Both(small)
-        index = len(self.signatures)
-        if self.out:
-            os.makedirs(self.out, exist_ok=True)
-            with open(os.path.join(self.out, "divergence_%02d.txt" % index), "wb") as f:
-                f.write(small)
-        print("=== divergence %d (engine %d, model %d) from %s" % (index, signature[0], signature[1], label))
-        print("input:  %r" % small)
-        print("engine: %s" % ClassString(got))
-        print("model:  %s" % ClassString(want))
-        print("first differing offset: %s" % FirstDifference(got, want))
-        sys.stdout.flush()
-
-
 def main():
-    here = os.path.dirname(os.path.abspath(__file__))
-    repo = os.path.dirname(os.path.dirname(here))
     parser = argparse.ArgumentParser()
-    parser.add_argument("--lib", default=os.path.join(repo, "build/dev/core_engine/libquill.so"))
-    parser.add_argument("--corpus", default="/work/shared/corpus")
+    parser.add_argument("--lib", default=harness.kDefaultLibrary)
+    parser.add_argument("--corpus", default=harness.kDefaultCorpus)
     parser.add_argument("--mutations", type=int, default=6, help="generated inputs per corpus file")
     parser.add_argument("--random", type=int, default=20000, help="number of generated texts")
     parser.add_argument("--seed", type=int, default=1)
@@ -360,15 +241,15 @@ def main():
     args = parser.parse_args()
 
     rng = random.Random(args.seed)
-    engine = Engine(args.lib)
-    failures = engine.CheckContract()
+    engine = harness.Engine(args.lib)
+    failures = CheckContract(engine)
     for failure in failures:
         print("contract: %s" % failure)
-    run = Run(engine, args.out, args.max_reports, args.shrink_seconds)
-    files = args.file or CorpusFiles(args.corpus)
+    run = harness.DivergenceLog(engine, harness.SERVICES["highlight"], maxReports=args.max_reports,
+                                shrinkSeconds=args.shrink_seconds, outFolder=args.out)
+    files = args.file or harness.CorpusFiles(args.corpus, harness.kConstraintExtensions)
     for path in files:
-        with open(path, "rb") as f:
-            data = f.read()
+        data = harness.ReadFile(path)
         run.Check(path, data)
         for k in range(args.mutations):
             kind, mutated = Mutate(data, rng)

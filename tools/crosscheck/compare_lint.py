@@ -16,123 +16,13 @@ Usage:
 """
 
 import argparse
-import ctypes
-import json
 import os
 import random
 import sys
-import time
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-import lint_reference as ref  # noqa: E402
-
-kExtensions = (".v", ".sv", ".vh", ".svh")
-
-
-class Engine:
-
-    def __init__(self, path):
-        self.lib = ctypes.CDLL(path)
-        self.lint = self.lib.t2v6r
-        self.lint.argtypes = [ctypes.c_char_p, ctypes.c_int32]
-        self.lint.restype = ctypes.c_void_p
-        self.release = self.lib.h3x9c
-        self.release.argtypes = [ctypes.c_void_p]
-        self.release.restype = None
-
-    def Lint(self, data):
-        if len(data) == 0:
-            result = self.lint(b"", 0)
-        else:
-            result = self.lint(data, len(data))
-        if not result:
-            raise RuntimeError("t2v6r returned null")
-        try:
-            return ctypes.string_at(result)
-        finally:
-            self.release(result)
-
-
-def CorpusFiles(folder):
-    found = []
-    for root, _, names in os.walk(folder):
-        for name in names:
-            if name.endswith(kExtensions):
-                found.append(os.path.join(root, name))
-    return sorted(found)
-
-
-# ---------------------------------------------------------------------------
-# Comparing and shrinking
-
-
-def Findings(report):
-    try:
-        return [tuple(d.values()) for d in json.loads(report.decode("utf-8", "surrogateescape"))]
-    except ValueError:
-        return [("invalid", 0, "invalid", report)]
-
-
-def Signature(engineReport, referenceReport):
-    """The checks whose findings differ: what a shrunk input must keep showing."""
-    mine, theirs = Findings(referenceReport), Findings(engineReport)
-    checks = set()
-    for f in mine:
-        if f not in theirs:
-            checks.add(f[2])
-    for f in theirs:
-        if f not in mine:
-            checks.add(f[2])
-    if not checks:
-        checks.add("order")
-    return frozenset(checks)
-
-
-class Comparer:
-
-    def __init__(self, engine):
-        self.engine = engine
-
-    def Reports(self, data):
-        return self.engine.Lint(data), ref.LintText(data)
-
-    def Differs(self, data):
-        engineReport, referenceReport = self.Reports(data)
-        return engineReport != referenceReport
-
-    def Shrink(self, data, deadline=60.0):
-        engineReport, referenceReport = self.Reports(data)
-        signature = Signature(engineReport, referenceReport)
-
-        def Keeps(candidate):
-            e, r = self.Reports(candidate)
-            return e != r and Signature(e, r) & signature
-
-        start = time.time()
-        for unit in ("lines", "bytes"):
-            pieces = SplitKeepEnds(data) if unit == "lines" else [bytes([b]) for b in data]
-            if unit == "bytes" and len(pieces) > 4000:
-                continue
-            chunk = max(1, len(pieces) // 2)
-            while chunk >= 1 and time.time() - start < deadline:
-                i = 0
-                changed = False
-                while i < len(pieces) and time.time() - start < deadline:
-                    candidate = pieces[:i] + pieces[i + chunk:]
-                    if candidate and Keeps(b"".join(candidate)):
-                        pieces = candidate
-                        changed = True
-                    else:
-                        i += chunk
-                if not changed:
-                    chunk //= 2
-            data = b"".join(pieces)
-        return data
-
-
-def SplitKeepEnds(data):
-    return data.splitlines(keepends=True) if data else []
-
+import harness  # noqa: E402
+from harness import SplitKeepEnds  # noqa: E402
 
 # ---------------------------------------------------------------------------
 # Generated inputs
@@ -369,15 +259,15 @@ def LargeInputs():
     ]
 
 
-def CheckLarge(comparer):
+def CheckLarge(engine):
     divergent = 0
     for label, data in LargeInputs():
-        engineReport, referenceReport = comparer.Reports(data)
+        engineReport, referenceReport = harness.SERVICES["lint"].Answers(engine, data)
         same = engineReport == referenceReport
         divergent += not same
         print("%s (%d bytes): %s, %d engine findings, %d reference findings" %
-              (label, len(data), "same" if same else "DIVERGENT", len(Findings(engineReport)),
-               len(Findings(referenceReport))))
+              (label, len(data), "same" if same else "DIVERGENT", len(harness.LintFindings(engineReport)),
+               len(harness.LintFindings(referenceReport))))
     return divergent
 
 
@@ -385,47 +275,10 @@ def CheckLarge(comparer):
 # Driver
 
 
-class Run:
-
-    def __init__(self, comparer, out, maxReports):
-        self.comparer = comparer
-        self.out = out
-        self.maxReports = maxReports
-        self.compared = 0
-        self.divergent = 0
-        self.signatures = {}
-
-    def Check(self, label, data):
-        self.compared += 1
-        engineReport, referenceReport = self.comparer.Reports(data)
-        if engineReport == referenceReport:
-            return
-        self.divergent += 1
-        signature = Signature(engineReport, referenceReport)
-        if signature in self.signatures or len(self.signatures) >= self.maxReports:
-            self.signatures.setdefault(signature, label)
-            return
-        self.signatures[signature] = label
-        small = self.comparer.Shrink(data)
-        e, r = self.comparer.Reports(small)
-        index = len(self.signatures)
-        if self.out:
-            os.makedirs(self.out, exist_ok=True)
-            with open(os.path.join(self.out, "divergence_%02d.v" % index), "wb") as f:
-                f.write(small)
-        print("=== divergence %d [%s] from %s" % (index, ",".join(sorted(signature)), label))
-        print("input:     %r" % small)
-        print("engine:    %s" % e.decode("utf-8", "replace"))
-        print("reference: %s" % r.decode("utf-8", "replace"))
-        sys.stdout.flush()
-
-
 def main():
-    here = os.path.dirname(os.path.abspath(__file__))
-    repo = os.path.dirname(os.path.dirname(here))
     parser = argparse.ArgumentParser()
-    parser.add_argument("--lib", default=os.path.join(repo, "build/dev/core_engine/libquill.so"))
-    parser.add_argument("--corpus", default="/work/shared/corpus")
+    parser.add_argument("--lib", default=harness.kDefaultLibrary)
+    parser.add_argument("--corpus", default=harness.kDefaultCorpus)
     parser.add_argument("--mutations", type=int, default=3)
     parser.add_argument("--generated", type=int, default=2000)
     parser.add_argument("--soups", type=int, default=20000)
@@ -438,14 +291,14 @@ def main():
     args = parser.parse_args()
 
     rng = random.Random(args.seed)
-    comparer = Comparer(Engine(args.lib))
+    engine = harness.Engine(args.lib)
     if args.large:
-        return 1 if CheckLarge(comparer) else 0
-    run = Run(comparer, args.out, args.max_reports)
-    files = args.file or CorpusFiles(args.corpus)
+        return 1 if CheckLarge(engine) else 0
+    run = harness.DivergenceLog(engine, harness.SERVICES["lint"], maxReports=args.max_reports, shrinkSeconds=60.0,
+                                outFolder=args.out, suffix=".v", maxBytePieces=4000)
+    files = args.file or harness.CorpusFiles(args.corpus, harness.kVerilogExtensions)
     for path in files:
-        with open(path, "rb") as f:
-            data = f.read()
+        data = harness.ReadFile(path)
         run.Check(path, data)
         for k in range(args.mutations):
             run.Check("%s (mutation %d)" % (path, k), Mutate(data, rng))

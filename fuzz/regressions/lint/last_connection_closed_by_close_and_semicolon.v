@@ -1,0 +1,4 @@
+module m;
+m2 u (.a(b);
+wire b;
+endmodule
