@@ -9,7 +9,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
+#include <type_traits>
 
 #include "highlight/ascii_class.h"
 #include "highlight/token_class.h"
@@ -45,11 +47,45 @@ constexpr std::size_t ListedSlotOf(const unsigned char* word, std::size_t length
   return (key * 0x85EBCA6Bu) >> (32 - ListedWordTable::kSlotBits);
 }
 
+// Lower-cases the ASCII letters among the eight bytes of `block` at once:
+// per byte, with the top bit set aside, adding 0x3F carries into bit 7 from
+// 'A' up and adding 0x25 from past 'Z'; bytes of 128 and above stay.
+constexpr std::uint64_t LowerAsciiBlock(std::uint64_t block) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101u;
+  const std::uint64_t low7 = block & (0x7F * kOnes);
+  const std::uint64_t fromA = low7 + (0x80 - 'A') * kOnes;
+  const std::uint64_t pastZ = low7 + (0x7F - 'Z') * kOnes;
+  const std::uint64_t upper = fromA & ~pastZ & ~block & (0x80 * kOnes);
+  return block | (upper >> 2);
+}
+
+template <typename Block>
+bool BlocksMatch(const unsigned char* word, const unsigned char* lower, std::size_t at) {
+  Block text{};
+  Block listed{};
+  std::memcpy(&text, word + at, sizeof text);
+  std::memcpy(&listed, lower + at, sizeof listed);
+  return static_cast<Block>(LowerAsciiBlock(text)) == listed;
+}
+
+// Whether the `entry.length` bytes at `word` are the entry's ignoring case.
+// At run time the bytes are compared in blocks of 8, 4 or 2, the last block
+// overlapping the one before it, so nothing past the word is read.
 constexpr bool EqualsListedWord(const unsigned char* word, const ListedWord& entry) {
-  for (std::size_t k = 0; k < entry.length; ++k) {
-    if (LowerAsciiByte(word[k]) != entry.lower[k]) return false;
+  const std::size_t length = entry.length;
+  const unsigned char* lower = entry.lower.data();
+  if (std::is_constant_evaluated() || length < 2) {
+    for (std::size_t k = 0; k < length; ++k) {
+      if (LowerAsciiByte(word[k]) != lower[k]) return false;
+    }
+    return true;
   }
-  return true;
+  if (length < 4) return BlocksMatch<std::uint16_t>(word, lower, 0) && BlocksMatch<std::uint16_t>(word, lower, length - 2);
+  if (length < 8) return BlocksMatch<std::uint32_t>(word, lower, 0) && BlocksMatch<std::uint32_t>(word, lower, length - 4);
+  for (std::size_t at = 0; at + 8 < length; at += 8) {
+    if (!BlocksMatch<std::uint64_t>(word, lower, at)) return false;
+  }
+  return BlocksMatch<std::uint64_t>(word, lower, length - 8);
 }
 
 // The entry holding the `length` bytes at `word` ignoring case, or null.

@@ -4,10 +4,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "class_notation.h"
+#include "highlight/ascii_class.h"
 #include "highlight/listed_words.h"
 #include "highlight/token_class.h"
 #include "highlight/word_lists.h"
@@ -190,6 +193,48 @@ TEST(ListedWordsTest, FoldsOnlyLettersOntoLowerCase) {
   EXPECT_EQ(Listed("get\x7Fports"), TokenClass::kPlain);
   EXPECT_EQ(Listed("\rdict"), TokenClass::kPlain);
   EXPECT_EQ(Listed("GET_PORTS"), TokenClass::kKeyword);
+}
+
+// The class of the entry equal to `word` ignoring case, by a plain search.
+TokenClass ListedByteByByte(const std::vector<unsigned char>& word) {
+  for (std::size_t n = 0; n < kListedWords.count; ++n) {
+    const ListedWord& entry = kListedWords.words[n];
+    if (entry.length != word.size()) continue;
+    bool same = true;
+    for (std::size_t k = 0; k < word.size() && same; ++k) same = LowerAsciiByte(word[k]) == entry.lower[k];
+    if (same) return entry.tokenClass;
+  }
+  return TokenClass::kPlain;
+}
+
+TEST(ListedWordsTest, BlockComparisonMatchesByteByByte) {
+  // Every listed word with each of its bytes replaced by every byte value, in
+  // a buffer of its own length so that a read past the word would be caught by
+  // the sanitizer builds.
+  for (std::size_t n = 0; n < kListedWords.count; ++n) {
+    const ListedWord& entry = kListedWords.words[n];
+    const std::string upper = Upper(std::string(entry.lower.begin(), entry.lower.begin() + static_cast<long>(entry.length)));
+    for (std::size_t k = 0; k < entry.length; ++k) {
+      for (int b = 0; b < 256; ++b) {
+        std::string word = upper;
+        word[k] = static_cast<char>(b);
+        const std::vector<unsigned char> bytes(word.begin(), word.end());
+        const TokenClass expected = ListedByteByByte(bytes);
+        ASSERT_EQ(ClassifyListedWord(bytes.data(), bytes.size()), expected) << word << " byte " << k << " = " << b;
+      }
+    }
+  }
+}
+
+TEST(ListedWordsTest, LowerAsciiBlockLowersOnlyLetters) {
+  for (int b = 0; b < 256; ++b) {
+    const auto c = static_cast<std::uint64_t>(b);
+    const std::uint64_t block = c | c << 8 | 0x41u << 16 | 0x5Au << 24 | 0x40ull << 32 | 0x5Bull << 40 | 0xC1ull << 48 | c << 56;
+    const std::uint64_t lower = LowerAsciiByte(static_cast<unsigned char>(b));
+    const std::uint64_t expected =
+        lower | lower << 8 | 0x61u << 16 | 0x7Au << 24 | 0x40ull << 32 | 0x5Bull << 40 | 0xC1ull << 48 | lower << 56;
+    EXPECT_EQ(LowerAsciiBlock(block), expected) << b;
+  }
 }
 
 TEST(ListedWordsTest, HighBytesNeverFoldOntoLetters) {
