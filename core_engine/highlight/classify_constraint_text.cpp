@@ -1,12 +1,14 @@
 #include "highlight/classify_constraint_text.h"
 
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
 #include "highlight/ascii_class.h"
+#include "highlight/byte_kind.h"
+#include "highlight/listed_words.h"
 #include "highlight/token_class.h"
-#include "highlight/word_lists.h"
-#include "highlight/word_sets.h"
+#include "highlight/word_shapes.h"
 
 namespace quill {
 
@@ -20,7 +22,6 @@ enum class ScanState {
 };
 
 constexpr std::string_view kGetPorts = "get_ports";
-constexpr std::string_view kPinPrefix = "PIN_";
 
 bool EqualsIgnoringCase(const unsigned char* at, std::string_view word) {
   for (std::size_t k = 0; k < word.size(); ++k) {
@@ -74,101 +75,87 @@ std::size_t EndOfString(const unsigned char* text, std::size_t length, std::size
   return length;
 }
 
-// Whether the word is an I/O standard: its run of letters, digits and "_"
-// (`runLength` bytes, the word without a bit select) must go on past the
-// first listed prefix that it starts with, and must be the whole word.
-bool IsIoStandard(const unsigned char* word, std::size_t runLength, std::size_t wordLength) {
-  for (std::string_view prefix : kIoStandardPrefixes) {
-    if (runLength > prefix.size() && EqualsIgnoringCase(word, prefix)) return runLength == wordLength;
+// Sets `count` bytes at `at` to `value`. Most tokens are a few bytes long,
+// where two overlapping stores cost less than a call to memset.
+void FillBytes(unsigned char* at, std::size_t count, unsigned char value) {
+  if (count > 16) {
+    std::memset(at, value, count);
+    return;
   }
-  return false;
+  const std::uint64_t eight = 0x0101010101010101u * value;
+  if (count >= 8) {
+    std::memcpy(at, &eight, 8);
+    std::memcpy(at + count - 8, &eight, 8);
+  } else if (count >= 4) {
+    const auto four = static_cast<std::uint32_t>(eight);
+    std::memcpy(at, &four, 4);
+    std::memcpy(at + count - 4, &four, 4);
+  } else if (count >= 2) {
+    const auto two = static_cast<std::uint16_t>(eight);
+    std::memcpy(at, &two, 2);
+    std::memcpy(at + count - 2, &two, 2);
+  } else if (count == 1) {
+    *at = value;
+  }
 }
 
-// Whether the word from `start` to `end` has the shape of a package pin:
-// an optional "PIN_", one to three upper-case letters, one to three digits.
-bool IsPinName(const unsigned char* text, std::size_t length, std::size_t start, std::size_t end) {
-  std::size_t k = start;
-  if (length - start >= kPinPrefix.size() && std::memcmp(text + k, kPinPrefix.data(), kPinPrefix.size()) == 0) {
-    k += kPinPrefix.size();
-  }
-  std::size_t letters = 0;
-  while (k < length && letters <= 3 && IsAsciiUpper(text[k])) {
-    ++k;
-    ++letters;
-  }
-  if (letters == 0 || letters > 3) return false;
-  std::size_t digits = 0;
-  while (k < length && digits <= 3 && IsAsciiDigit(text[k])) {
-    ++k;
-    ++digits;
-  }
-  if (digits == 0 || digits > 3) return false;
-  if (k < length && IsWordByte(text[k])) return false;
-  return k == end;
-}
-
-// One left-to-right pass over a text. Each Scan step classifies what starts
-// at `at` and returns the position after it.
+// One left-to-right pass over a text. Between tokens the scan skips plain
+// bytes in a tight table loop; each Step classifies the token that starts at
+// `at` and returns the position after it.
 class ConstraintScanner {
  public:
   ConstraintScanner(const unsigned char* text, std::size_t length, unsigned char* out)
-      : text_(text), length_(length), out_(out), sets_(GetWordSets()) {}
+      : text_(text), length_(length), out_(out) {}
 
   void Run() {
+    // Locals rather than members: no call can change them, so the plain-byte
+    // loop keeps them in registers.
+    const unsigned char* const text = text_;
+    const std::size_t length = length_;
     std::size_t i = 0;
-    while (i < length_) i = Step(i);
+    while (i < length) {
+      while (kByteKinds[text[i]] == ByteKind::kPlain) {
+        if (++i == length) return;
+      }
+      i = Step(i);
+    }
   }
 
  private:
   std::size_t Step(std::size_t at) {
-    const unsigned char c = text_[at];
-    if (c >= 0x80) return SkipMultiByte(at);
-    switch (c) {
-      case '#': {
+    switch (kByteKinds[text_[at]]) {
+      case ByteKind::kHash: {
         const std::size_t end = EndOfLine(text_, length_, at);
         Mark(at, end, TokenClass::kComment);
         return end;
       }
-      case '"': {
+      case ByteKind::kQuote: {
         const std::size_t end = EndOfString(text_, length_, at);
         Mark(at, end, TokenClass::kString);
         return end;
       }
-      case '{':
-        Mark(at, at + 1, TokenClass::kBrace);
+      case ByteKind::kOpenBrace:
+        out_[at] = static_cast<unsigned char>(TokenClass::kBrace);
         if (state_ == ScanState::kNormal && FollowsGetPorts(text_, at)) state_ = ScanState::kInPortBraces;
         return at + 1;
-      case '}':
-        Mark(at, at + 1, TokenClass::kBrace);
+      case ByteKind::kCloseBrace:
+        out_[at] = static_cast<unsigned char>(TokenClass::kBrace);
         if (state_ == ScanState::kInPortBraces) state_ = ScanState::kNormal;
         return at + 1;
-      case '[':
+      case ByteKind::kOpenBracket:
         return ScanOpenBracket(at);
-      case ']':
+      case ByteKind::kCloseBracket:
         if (state_ == ScanState::kAfterPortsCall) state_ = ScanState::kNormal;
         return at + 1;
-      default:
+      case ByteKind::kDash:
+        if (at + 1 < length_ && kByteKinds[text_[at + 1]] == ByteKind::kWordStart) return ScanWord(at, true);
+        return at + 1;
+      case ByteKind::kWordStart:
+        return ScanWord(at, false);
+      case ByteKind::kPlain:
         break;
     }
-    if (IsAsciiDigit(c)) return SkipNumber(at);
-    if (IsWordStartByte(c)) return ScanWord(at, false);
-    if (c == '-' && at + 1 < length_ && IsWordStartByte(text_[at + 1])) return ScanWord(at, true);
     return at + 1;
-  }
-
-  // A byte of 128 or more and the UTF-8 continuation bytes after it stay
-  // plain.
-  std::size_t SkipMultiByte(std::size_t at) const {
-    std::size_t end = at + 1;
-    while (end < length_ && (text_[end] & 0xC0) == 0x80) ++end;
-    return end;
-  }
-
-  // Numbers such as "100", "3.3" and "10.000" stay plain.
-  std::size_t SkipNumber(std::size_t at) const {
-    std::size_t end = at + 1;
-    while (end < length_ && (IsAsciiDigit(text_[end]) || text_[end] == '.')) ++end;
-    return end;
   }
 
   // "[get_ports" makes the next word a port; any other "[" stays plain.
@@ -184,7 +171,7 @@ class ConstraintScanner {
   // "-", with a bit select such as "[3]" right after it.
   std::size_t ScanWord(std::size_t start, bool isOption) {
     std::size_t end = start + 1;
-    while (end < length_ && IsWordByte(text_[end])) ++end;
+    while (end < length_ && kWordBytes[text_[end]]) ++end;
     // The run of letters, digits and "_" from the word's first byte, which an
     // option's "-" leaves empty.
     const std::size_t runEnd = isOption ? start : end;
@@ -205,22 +192,21 @@ class ConstraintScanner {
   // Listed words first, in the order of the lists, then I/O standards, then
   // package pins.
   TokenClass ClassifyWord(std::size_t start, std::size_t runEnd, std::size_t end) const {
-    const TokenClass listed = ClassifyListedWord(sets_, text_ + start, end - start);
+    const TokenClass listed = ClassifyListedWord(text_ + start, end - start);
     if (listed != TokenClass::kPlain) return listed;
     if (IsIoStandard(text_ + start, runEnd - start, end - start)) return TokenClass::kIoStandard;
-    if (IsPinName(text_, length_, start, end)) return TokenClass::kPinName;
+    if (IsAsciiUpper(text_[start]) && IsPinName(text_, length_, start, end)) return TokenClass::kPinName;
     return TokenClass::kPlain;
   }
 
   void Mark(std::size_t begin, std::size_t end, TokenClass tokenClass) {
     if (tokenClass == TokenClass::kPlain) return;
-    std::memset(out_ + begin, static_cast<unsigned char>(tokenClass), end - begin);
+    FillBytes(out_ + begin, end - begin, static_cast<unsigned char>(tokenClass));
   }
 
   const unsigned char* text_;
   std::size_t length_;
   unsigned char* out_;
-  const WordSets& sets_;
   ScanState state_ = ScanState::kNormal;
 };
 

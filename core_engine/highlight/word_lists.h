@@ -1,5 +1,6 @@
 // The highlighter's fixed word lists, one entry per line in their stored order.
-// Lookups ignore case; the sets built from these lists hold lower-case copies.
+// Lookups ignore case. They are constexpr so that the lookup table built from
+// them (listed_words.h) is computed by the compiler.
 #ifndef QUILL_HIGHLIGHT_WORD_LISTS_H_
 #define QUILL_HIGHLIGHT_WORD_LISTS_H_
 
@@ -8,23 +9,217 @@
 
 namespace quill {
 
+// clang-format off
+
 // Constraint and Tcl keywords, coloured as keywords.
-extern const std::array<std::string_view, 68> kConstraintKeywords;
+inline constexpr std::array<std::string_view, 68> kConstraintKeywords = {
+    "set_property",
+    "get_ports",
+    "get_pins",
+    "get_nets",
+    "get_cells",
+    "create_clock",
+    "create_generated_clock",
+    "set_clock_groups",
+    "set_input_delay",
+    "set_output_delay",
+    "set_false_path",
+    "set_multicycle_path",
+    "set_max_delay",
+    "set_min_delay",
+    "-dict",
+    "-period",
+    "-name",
+    "-waveform",
+    "-from",
+    "-to",
+    "-of_objects",
+    "-filter",
+    "-hierarchical",
+    "set_pin_assignment",
+    "set_location_assignment",
+    "set_instance_assignment",
+    "set_inst_assignment",
+    "IO_LOC",
+    "IO_PORT",
+    "IO_TYPE",
+    "LOCATION",
+    "proc",
+    "return",
+    "if",
+    "else",
+    "elseif",
+    "while",
+    "for",
+    "foreach",
+    "break",
+    "continue",
+    "switch",
+    "default",
+    "global",
+    "upvar",
+    "namespace",
+    "package",
+    "require",
+    "provide",
+    "source",
+    "puts",
+    "gets",
+    "open",
+    "close",
+    "read",
+    "write",
+    "string",
+    "list",
+    "append",
+    "lappend",
+    "lindex",
+    "llength",
+    "array",
+    "dict",
+    "info",
+    "expr",
+    "incr",
+    "format",
+};
 
 // Synthesis, implementation, report, simulation, hardware and project
 // commands, coloured as tool commands.
-extern const std::array<std::string_view, 64> kToolCommands;
+inline constexpr std::array<std::string_view, 64> kToolCommands = {
+    "synth_design",
+    "opt_design",
+    "place_design",
+    "route_design",
+    "write_bitstream",
+    "write_debug_probes",
+    "write_cfgmem",
+    "report_timing_summary",
+    "report_timing",
+    "report_clocks",
+    "report_clock_networks",
+    "report_clock_interaction",
+    "report_utilization",
+    "report_power",
+    "report_drc",
+    "report_methodology",
+    "set_case_analysis",
+    "set_disable_timing",
+    "set_clock_latency",
+    "set_clock_uncertainty",
+    "set_data_check",
+    "set_max_fanout",
+    "set_max_transition",
+    "set_max_capacitance",
+    "set_resistance",
+    "set_load",
+    "set_drive",
+    "create_ip",
+    "generate_target",
+    "upgrade_ip",
+    "get_ips",
+    "get_property",
+    "launch_simulation",
+    "close_sim",
+    "open_wave",
+    "add_wave",
+    "run",
+    "restart",
+    "relaunch_sim",
+    "open_run",
+    "close_design",
+    "open_checkpoint",
+    "save_checkpoint",
+    "write_checkpoint",
+    "read_checkpoint",
+    "open_hw_manager",
+    "connect_hw_server",
+    "open_hw_target",
+    "current_hw_device",
+    "program_hw_device",
+    "create_hw_cfgmem",
+    "program_hw_cfgmem",
+    "reset_run",
+    "launch_runs",
+    "wait_on_run",
+    "create_project",
+    "open_project",
+    "close_project",
+    "add_files",
+    "remove_files",
+    "import_files",
+    "set_top",
+    "update_compile_order",
+    "reset_project",
+};
 
 // Project, compilation and timing-analysis flow commands, coloured as flow
 // commands. Six of them also stand in an earlier list, whose class they always
 // receive.
-extern const std::array<std::string_view, 20> kFlowCommands;
+inline constexpr std::array<std::string_view, 20> kFlowCommands = {
+    "project_new",
+    "project_open",
+    "project_close",
+    "project_revisions",
+    "execute_flow",
+    "execute_module",
+    "compile",
+    "set_location_assignment",
+    "set_instance_assignment",
+    "set_input_delay",
+    "set_output_delay",
+    "create_timing_netlist",
+    "report_timing",
+    "update_timing_netlist",
+    "delete_timing_netlist",
+    "report_area",
+    "report_power",
+    "report_fitter",
+    "export_assignments",
+    "read_sdc_file",
+};
 
 // Pin properties, coloured as properties.
-extern const std::array<std::string_view, 15> kPinProperties;
+inline constexpr std::array<std::string_view, 15> kPinProperties = {
+    "PACKAGE_PIN",
+    "IOSTANDARD",
+    "SLEW",
+    "DRIVE",
+    "PULLUP",
+    "PULLDOWN",
+    "PULLMODE",
+    "DIFF_TERM",
+    "IN_TERM",
+    "OUT_TERM",
+    "INTERNAL_VREF",
+    "CONFIG_VOLTAGE",
+    "CFGBVS",
+    "CONFIG_MODE",
+    "BITSTREAM",
+};
 
-// Prefixes of I/O-standard names, tried in this order ignoring case.
-extern const std::array<std::string_view, 19> kIoStandardPrefixes;
+// Prefixes of I/O-standard names, compared ignoring case.
+inline constexpr std::array<std::string_view, 19> kIoStandardPrefixes = {
+    "LVCMOS",
+    "LVDS",
+    "LVTTL",
+    "SSTL",
+    "HSTL",
+    "HSUL",
+    "PCI",
+    "TMDS",
+    "BLVDS",
+    "RSDS",
+    "SLVS",
+    "SUB_LVDS",
+    "MINI_LVDS",
+    "DIFF_SSTL",
+    "DIFF_HSTL",
+    "POD",
+    "MOBILE_DDR",
+    "LVDCI",
+    "HSLVDCI",
+};
+// clang-format on
 
 }  // namespace quill
 

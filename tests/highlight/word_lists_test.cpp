@@ -4,13 +4,16 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "class_notation.h"
+#include "highlight/ascii_class.h"
+#include "highlight/listed_words.h"
+#include "highlight/token_class.h"
 #include "highlight/word_lists.h"
-#include "highlight/word_set.h"
-#include "highlight/word_sets.h"
 
 namespace quill::test {
 namespace {
@@ -139,64 +142,108 @@ TEST(WordListsTest, EveryIoStandardPrefixNeedsMore) {
   }
 }
 
-TEST(WordSetTest, BuildWordSetInsertsLowerCaseCopies) {
-  constexpr std::string_view kWords[] = {"Alpha", "BETA", "gamma", "alpha"};
-  WordSet set;
-  BuildWordSet(set, kWords, 3);
-  EXPECT_EQ(set.Size(), 3u);
-  EXPECT_EQ(set.MaxLength(), 5u);
-  auto holds = [&](std::string_view word) {
-    const auto* bytes = reinterpret_cast<const unsigned char*>(word.data());
-    return set.Contains(bytes, word.size(), WordSet::HashIgnoringCase(bytes, word.size()));
+TokenClass Listed(std::string_view word) {
+  return ClassifyListedWord(reinterpret_cast<const unsigned char*>(word.data()), word.size());
+}
+
+TEST(ListedWordsTest, HoldsEachDistinctWordOnce) {
+  // 167 entries, six flow commands of which stand in an earlier list.
+  EXPECT_EQ(kListedWords.count, 161u);
+  std::size_t longest = 0;
+  for (std::size_t k = 0; k < kListedWords.count; ++k) longest = std::max(longest, kListedWords.words[k].length);
+  EXPECT_EQ(longest, kMaxListedLength);
+  EXPECT_EQ(kMaxListedLength, std::string_view("report_clock_interaction").size());
+  EXPECT_LE(kListedWords.longestProbe, 4u);
+}
+
+TEST(ListedWordsTest, LooksUpIgnoringCaseAndExactLength) {
+  struct Case {
+    std::string_view word;
+    TokenClass expected;
   };
-  EXPECT_TRUE(holds("alpha"));
-  EXPECT_TRUE(holds("ALPHA"));
-  EXPECT_TRUE(holds("beta"));
-  EXPECT_TRUE(holds("GaMmA"));
-  EXPECT_FALSE(holds("alph"));
-  EXPECT_FALSE(holds("alphas"));
-  EXPECT_FALSE(holds(""));
-  BuildWordSet(set, kWords, 4);
-  EXPECT_EQ(set.Size(), 3u);
+  const Case cases[] = {
+      {"set_property", TokenClass::kKeyword},
+      {"SET_PROPERTY", TokenClass::kKeyword},
+      {"-Dict", TokenClass::kKeyword},
+      {"dict", TokenClass::kKeyword},
+      {"if", TokenClass::kKeyword},
+      {"Report_Clock_Interaction", TokenClass::kToolCommand},
+      {"run", TokenClass::kToolCommand},
+      {"report_power", TokenClass::kToolCommand},
+      {"set_input_delay", TokenClass::kKeyword},
+      {"execute_flow", TokenClass::kFlowCommand},
+      {"package_pin", TokenClass::kProperty},
+      {"set_max_delay", TokenClass::kKeyword},
+      {"set_min_delay", TokenClass::kKeyword},
+      {"set_mid_delay", TokenClass::kPlain},
+      {"report_clock_interactions", TokenClass::kPlain},
+      {"ru", TokenClass::kPlain},
+      {"runs", TokenClass::kPlain},
+      {"i", TokenClass::kPlain},
+      {"", TokenClass::kPlain},
+      {"run[3]", TokenClass::kPlain},
+      {"r\n", TokenClass::kPlain},
+      {"s_ring", TokenClass::kPlain},
+  };
+  for (const Case& c : cases) EXPECT_EQ(Listed(c.word), c.expected) << c.word;
 }
 
-TEST(WordSetTest, EmptySetHoldsNothing) {
-  const WordSet set;
-  const auto* bytes = reinterpret_cast<const unsigned char*>("x");
-  EXPECT_FALSE(set.Contains(bytes, 1, WordSet::HashIgnoringCase(bytes, 1)));
-  EXPECT_EQ(set.MaxLength(), 0u);
+TEST(ListedWordsTest, FoldsOnlyLettersOntoLowerCase) {
+  // "| 0x20" gives DEL for "_" and CR for "-"; the full comparison tells them apart.
+  EXPECT_EQ(Listed("get\x7Fports"), TokenClass::kPlain);
+  EXPECT_EQ(Listed("\rdict"), TokenClass::kPlain);
+  EXPECT_EQ(Listed("GET_PORTS"), TokenClass::kKeyword);
 }
 
-TEST(WordSetTest, GrowsPastItsFirstTable) {
-  WordSet set;
-  for (int n = 0; n < 1000; ++n) set.Insert("Word" + std::to_string(n));
-  EXPECT_EQ(set.Size(), 1000u);
-  for (int n = 0; n < 1000; ++n) {
-    const std::string word = "WORD" + std::to_string(n);
-    const auto* bytes = reinterpret_cast<const unsigned char*>(word.data());
-    EXPECT_TRUE(set.Contains(bytes, word.size(), WordSet::HashIgnoringCase(bytes, word.size()))) << word;
+// The class of the entry equal to `word` ignoring case, by a plain search.
+TokenClass ListedByteByByte(const std::vector<unsigned char>& word) {
+  for (std::size_t n = 0; n < kListedWords.count; ++n) {
+    const ListedWord& entry = kListedWords.words[n];
+    if (entry.length != word.size()) continue;
+    bool same = true;
+    for (std::size_t k = 0; k < word.size() && same; ++k) same = LowerAsciiByte(word[k]) == entry.lower[k];
+    if (same) return entry.tokenClass;
   }
-  const std::string missing = "word1000";
-  const auto* bytes = reinterpret_cast<const unsigned char*>(missing.data());
-  EXPECT_FALSE(set.Contains(bytes, missing.size(), WordSet::HashIgnoringCase(bytes, missing.size())));
+  return TokenClass::kPlain;
 }
 
-TEST(WordSetsTest, BuiltFromTheFourLists) {
-  const WordSets& sets = GetWordSets();
-  EXPECT_EQ(&sets, &GetWordSets());
-  EXPECT_EQ(sets.constraintKeywords.Size(), 68u);
-  EXPECT_EQ(sets.toolCommands.Size(), 64u);
-  EXPECT_EQ(sets.flowCommands.Size(), 20u);
-  EXPECT_EQ(sets.pinProperties.Size(), 15u);
-  EXPECT_EQ(sets.maxLength, std::string_view("report_clock_interaction").size());
+TEST(ListedWordsTest, BlockComparisonMatchesByteByByte) {
+  // Every listed word with each of its bytes replaced by every byte value, in
+  // a buffer of its own length so that a read past the word would be caught by
+  // the sanitizer builds.
+  for (std::size_t n = 0; n < kListedWords.count; ++n) {
+    const ListedWord& entry = kListedWords.words[n];
+    const std::string upper = Upper(std::string(entry.lower.begin(), entry.lower.begin() + static_cast<long>(entry.length)));
+    for (std::size_t k = 0; k < entry.length; ++k) {
+      for (int b = 0; b < 256; ++b) {
+        std::string word = upper;
+        word[k] = static_cast<char>(b);
+        const std::vector<unsigned char> bytes(word.begin(), word.end());
+        const TokenClass expected = ListedByteByByte(bytes);
+        ASSERT_EQ(ClassifyListedWord(bytes.data(), bytes.size()), expected) << word << " byte " << k << " = " << b;
+      }
+    }
+  }
 }
 
-TEST(WordSetsTest, HighBytesNeverFoldOntoLetters) {
+TEST(ListedWordsTest, LowerAsciiBlockLowersOnlyLetters) {
+  for (int b = 0; b < 256; ++b) {
+    const auto c = static_cast<std::uint64_t>(b);
+    const std::uint64_t block = c | c << 8 | 0x41u << 16 | 0x5Au << 24 | 0x40ull << 32 | 0x5Bull << 40 | 0xC1ull << 48 | c << 56;
+    const std::uint64_t lower = LowerAsciiByte(static_cast<unsigned char>(b));
+    const std::uint64_t expected =
+        lower | lower << 8 | 0x61u << 16 | 0x7Au << 24 | 0x40ull << 32 | 0x5Bull << 40 | 0xC1ull << 48 | lower << 56;
+    EXPECT_EQ(LowerAsciiBlock(block), expected) << b;
+  }
+}
+
+TEST(ListedWordsTest, HighBytesNeverFoldOntoLetters) {
   // Bytes of 128 and above have no lower-case form in the "C" locale.
   const std::string word = "run\xC9";
   const auto* bytes = reinterpret_cast<const unsigned char*>(word.data());
-  EXPECT_EQ(ClassifyListedWord(GetWordSets(), bytes, 3), TokenClass::kToolCommand);
-  EXPECT_EQ(ClassifyListedWord(GetWordSets(), bytes, 4), TokenClass::kPlain);
+  EXPECT_EQ(ClassifyListedWord(bytes, 3), TokenClass::kToolCommand);
+  EXPECT_EQ(ClassifyListedWord(bytes, 4), TokenClass::kPlain);
+  EXPECT_EQ(Listed("RU\xCE"), TokenClass::kPlain);
 }
 
 }  // namespace
