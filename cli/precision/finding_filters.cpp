@@ -162,6 +162,34 @@ class FindingProof {
     return directions == 1 && types == 1 && (duplicate || variables == 1);
   }
 
+  // A modport's or clocking block's "input x" names a signal declared
+  // elsewhere: a duplicate whose declarations all but one are such items,
+  // or a use "before" one of them, is not what it says.
+  bool InterfaceItems() const {
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
+    if (!name || name->empty() || !module) return false;
+    if (finding_.check == "dupli-define" && finding_.message.rfind("signal '", 0) == 0) {
+      const std::vector<std::size_t> declarations = DeclarationTokens(*name, *module);
+      if (declarations.size() != TimesCount(finding_.message)) return false;
+      const auto real = std::count_if(declarations.begin(), declarations.end(), [this](std::size_t t) {
+        return !scopes_.IsInInterfaceItems(scopes_.NodeOfToken(t));
+      });
+      return real <= 1;
+    }
+    if (finding_.check == "used-bef-declare") {
+      const std::size_t at = finding_.message.rfind("declaration at line ");
+      if (at == std::string_view::npos) return false;
+      std::uint32_t oneBased = 0;
+      const char* begin = finding_.message.data() + at + 20;
+      const char* end = finding_.message.data() + finding_.message.size();
+      if (std::from_chars(begin, end, oneBased).ec != std::errc() || oneBased == 0) return false;
+      const std::optional<std::size_t> token = scopes_.FindOnLine(oneBased - 1, *name, true);
+      return token && scopes_.IsInInterfaceItems(scopes_.NodeOfToken(*token));
+    }
+    return false;
+  }
+
   bool DefaultBeforeBranch() const {
     if (finding_.check != "latch") return false;
     const ProceduralBlock* block = scopes_.BlockOnLine(finding_.line);
@@ -318,6 +346,7 @@ std::optional<LintFilter> FilterThatDrops(const GenerateScopes& scopes, const Fi
   if (enabled.Has(LintFilter::kPortRedeclaration) && proof.PortRedeclaration()) {
     return LintFilter::kPortRedeclaration;
   }
+  if (enabled.Has(LintFilter::kInterfaceItems) && proof.InterfaceItems()) return LintFilter::kInterfaceItems;
   if (enabled.Has(LintFilter::kDefaultBeforeBranch) && proof.DefaultBeforeBranch()) {
     return LintFilter::kDefaultBeforeBranch;
   }

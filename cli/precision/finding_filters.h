@@ -24,6 +24,7 @@ enum class LintFilter : std::uint8_t {
   kAbsentAssignment,
   kGenerateScope,
   kPortRedeclaration,
+  kInterfaceItems,
   kDefaultBeforeBranch,
 };
 
@@ -35,7 +36,7 @@ struct LintFilterInfo {
 
 // In the order they are tried; a dropped finding counts for the first filter
 // that drops it.
-inline constexpr std::array<LintFilterInfo, 6> kLintFilters = {{
+inline constexpr std::array<LintFilterInfo, 7> kLintFilters = {{
     {LintFilter::kEmptyName, "empty-name", "findings about the empty name ''"},
     {LintFilter::kReadOnlyDriver, "read-only-driver",
      "multi-driver findings where a named always block only reads the signal"},
@@ -45,6 +46,8 @@ inline constexpr std::array<LintFilterInfo, 6> kLintFilters = {{
      "duplicates and drivers in different branches of a generate if/case or in different named generate blocks"},
     {LintFilter::kPortRedeclaration, "port-redeclaration",
      "dupli-define (and wire-always) findings on a non-ANSI port declared by direction, then by type"},
+    {LintFilter::kInterfaceItems, "interface-items",
+     "dupli-define and used-bef-declare findings that take a modport or clocking item for a declaration"},
     {LintFilter::kDefaultBeforeBranch, "default-before-branch",
      "latch findings on blocks that assign every branch target a default value first"},
 }};

@@ -132,9 +132,18 @@ class GenerateScopeParser {
     } else if (IsProceduralKeyword(token)) {
       ParseProcedural(node, depth);
     } else if (token.Is("function") || token.Is("task")) {
+      // A routine's locals are its own, like a named block's.
       const std::string_view end = token.Is("function") ? "endfunction" : "endtask";
-      while (i_ < n_ && !At().Is(end) && !IsModuleEnd(At())) Take(node);
-      if (AtWord(end)) Take(node);
+      const std::size_t body = AddNode(ScopeNode::Kind::kNamedBlock, node);
+      while (i_ < n_ && !At().Is(end) && !IsModuleEnd(At())) Take(body);
+      if (AtWord(end)) Take(body);
+    } else if (token.Is("modport")) {
+      SkipToSemicolon(AddNode(ScopeNode::Kind::kInterfaceItems, node));
+    } else if (token.Is("clocking") ||
+               ((token.Is("default") || token.Is("global")) && i_ + 1 < n_ && tokens_[i_ + 1].Is("clocking"))) {
+      const std::size_t items = AddNode(ScopeNode::Kind::kInterfaceItems, node);
+      while (i_ < n_ && !At().Is("endclocking") && !IsModuleEnd(At())) Take(items);
+      if (AtWord("endclocking")) Take(items);
     } else {
       SkipToSemicolon(node);
     }
@@ -339,6 +348,13 @@ bool GenerateScopes::IsWithin(std::size_t node, std::size_t ancestor) const {
     if (node == 0) return false;
     node = nodes_[node].parent;
   }
+}
+
+bool GenerateScopes::IsInInterfaceItems(std::size_t node) const {
+  for (std::size_t x = node; x != 0; x = nodes_[x].parent) {
+    if (nodes_[x].kind == ScopeNode::Kind::kInterfaceItems) return true;
+  }
+  return false;
 }
 
 bool GenerateScopes::AreExclusive(std::size_t a, std::size_t b) const {

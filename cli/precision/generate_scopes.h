@@ -17,7 +17,9 @@
 namespace quill::cli {
 
 struct ScopeNode {
-  enum class Kind : std::uint8_t { kRoot, kModule, kBranch, kNamedBlock };
+  // kNamedBlock also stands for a function or task body; kInterfaceItems for
+  // a modport list or a clocking block, whose "input x" names no new signal.
+  enum class Kind : std::uint8_t { kRoot, kModule, kBranch, kNamedBlock, kInterfaceItems };
   Kind kind = Kind::kRoot;
   std::size_t parent = 0;
   std::size_t construct = 0;  // for a branch: which if or case it belongs to
@@ -61,6 +63,7 @@ class GenerateScopes {
   // The innermost named block holding the node, or nullopt.
   std::optional<std::size_t> InnermostNamedBlock(std::size_t node) const;
   bool IsWithin(std::size_t node, std::size_t ancestor) const;
+  bool IsInInterfaceItems(std::size_t node) const;
 
  private:
   friend class GenerateScopeParser;

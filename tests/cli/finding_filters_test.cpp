@@ -283,6 +283,43 @@ const FilterCase kCases[] = {
      "wire signal 'q' cannot be assigned in always block (use reg instead)", kKept},
     {"TwoRegsAreKept", "module m;\nreg q;\nreg q;\nendmodule\n", 2, "dupli-define", "signal 'q' defined 2 times",
      kKept},
+    // Modport and clocking items.
+    {"ModportItemsAreNoDeclarations",
+     "interface bus;\n"
+     "logic valid;\n"
+     "modport master (\n"
+     "  output valid\n"
+     ");\n"
+     "modport slave (\n"
+     "  input valid\n"
+     ");\n"
+     "endinterface\n",
+     3, "dupli-define", "signal 'valid' defined 3 times", LintFilter::kInterfaceItems},
+    {"ClockingItemTakenForTheDeclaration",
+     "interface probe (input clk);\n"
+     "assign x = state;\n"
+     "clocking cb @(posedge clk);\n"
+     "  input state;\n"
+     "endclocking\n"
+     "endinterface\n",
+     1, "used-bef-declare", "signal 'state' used at line 2 before declaration at line 4", LintFilter::kInterfaceItems},
+    {"DeclarationsOutsideModportsAreKept",
+     "interface bus;\nlogic valid;\nlogic valid;\nmodport m (\n  input valid\n);\nendinterface\n", 2,
+     "dupli-define", "signal 'valid' defined 3 times", kKept},
+    {"LocalsOfTwoFunctions",
+     "module m;\n"
+     "function f;\n"
+     "  input a;\n"
+     "  reg t;\n"
+     "  f = a;\n"
+     "endfunction\n"
+     "function g;\n"
+     "  input a;\n"
+     "  reg t;\n"
+     "  g = a;\n"
+     "endfunction\n"
+     "endmodule\n",
+     8, "dupli-define", "signal 't' defined 2 times", LintFilter::kGenerateScope},
     {"OtherChecksAreNeverDropped", "module m;\nassign a = a;\nendmodule\n", 1, "comb-loop",
      "assign 'a' feeds back to itself", kKept},
 };
