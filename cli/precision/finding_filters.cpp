@@ -53,12 +53,6 @@ std::optional<std::size_t> TimesCount(std::string_view message) {
   return value;
 }
 
-bool IsDeclarationKeyword(const Token& token) {
-  return IsAnyOf(token, {"input", "output", "inout", "wire", "reg", "logic", "tri", "tri0", "tri1", "wand", "wor",
-                         "supply0", "supply1", "integer", "real", "time", "genvar", "parameter", "localparam", "bit",
-                         "byte", "shortint", "int", "longint", "var"});
-}
-
 class FindingProof {
  public:
   FindingProof(const GenerateScopes& scopes, const FindingToFilter& finding) : scopes_(scopes), finding_(finding) {}
@@ -239,21 +233,9 @@ class FindingProof {
 
   // The name's token on each line in the module whose first word declares.
   std::vector<std::size_t> DeclarationTokens(std::string_view name, std::size_t module) const {
-    const std::vector<Token>& tokens = scopes_.Tokens();
     std::vector<std::size_t> found;
-    bool lineDeclares = false;
-    std::uint32_t lastLine = static_cast<std::uint32_t>(-1);
-    std::uint32_t foundLine = static_cast<std::uint32_t>(-1);
-    for (std::size_t t = 0; t < tokens.size(); ++t) {
-      if (tokens[t].line != lastLine) {
-        lastLine = tokens[t].line;
-        lineDeclares = IsDeclarationKeyword(tokens[t]);
-      }
-      if (lineDeclares && tokens[t].text == name && tokens[t].line != foundLine &&
-          scopes_.ModuleOf(scopes_.NodeOfToken(t)) == module) {
-        found.push_back(t);
-        foundLine = tokens[t].line;
-      }
+    for (std::size_t t : scopes_.DeclarationsOf(name)) {
+      if (scopes_.ModuleOf(scopes_.NodeOfToken(t)) == module) found.push_back(t);
     }
     return found;
   }
@@ -300,8 +282,7 @@ class FindingProof {
     if (!module) return false;
     const std::vector<Token>& tokens = scopes_.Tokens();
     std::vector<std::size_t> nodes;
-    for (std::size_t t = 0; t + 2 < tokens.size(); ++t) {
-      if (!tokens[t].Is("assign") || !EqualFoldingCase(tokens[t + 1].text, name) || !tokens[t + 2].Is("=")) continue;
+    for (std::size_t t : scopes_.AssignmentsOf(name)) {
       if (scopes_.ModuleOf(scopes_.NodeOfToken(t)) == *module) nodes.push_back(scopes_.NodeOfToken(t));
     }
     if (!withBlocks) {

@@ -22,6 +22,22 @@ bool IsModuleKeyword(const Token& token) {
   return IsAnyOf(token, {"module", "macromodule", "interface", "program", "package", "checker"});
 }
 
+bool IsDeclarationKeyword(const Token& token) {
+  return IsAnyOf(token, {"input", "output", "inout", "wire", "reg", "logic", "tri", "tri0", "tri1", "wand", "wor",
+                         "supply0", "supply1", "integer", "real", "time", "genvar", "parameter", "localparam", "bit",
+                         "byte", "shortint", "int", "longint", "var"});
+}
+
+std::string LowerCase(std::string_view text) {
+  std::string lower(text);
+  for (char& c : lower) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return lower;
+}
+
+const std::vector<std::size_t> kNoTokens;
+
 bool IsModuleEnd(const Token& token) {
   return IsAnyOf(token, {"endmodule", "endinterface", "endprogram", "endpackage", "endchecker"});
 }
@@ -318,6 +334,30 @@ GenerateScopes::GenerateScopes(std::string_view text) : tokens_(TokenizeVerilog(
   for (std::size_t line = lines; line-- > 0;) {
     lineFirstToken_[line] = std::min(lineFirstToken_[line], lineFirstToken_[line + 1]);
   }
+  bool lineDeclares = false;
+  for (std::size_t t = 0; t < tokens_.size(); ++t) {
+    const Token& token = tokens_[t];
+    if (t == 0 || token.line != tokens_[t - 1].line) {
+      lineDeclares = IsDeclarationKeyword(token);
+    } else if (lineDeclares && token.kind == Token::Kind::kWord) {
+      std::vector<std::size_t>& found = declarations_[token.text];
+      if (found.empty() || tokens_[found.back()].line != token.line) found.push_back(t);
+    }
+    if (token.Is("assign") && t + 2 < tokens_.size() && tokens_[t + 1].kind == Token::Kind::kWord &&
+        tokens_[t + 2].Is("=")) {
+      assignments_[LowerCase(tokens_[t + 1].text)].push_back(t);
+    }
+  }
+}
+
+const std::vector<std::size_t>& GenerateScopes::DeclarationsOf(std::string_view name) const {
+  const auto it = declarations_.find(name);
+  return it == declarations_.end() ? kNoTokens : it->second;
+}
+
+const std::vector<std::size_t>& GenerateScopes::AssignmentsOf(std::string_view name) const {
+  const auto it = assignments_.find(LowerCase(name));
+  return it == assignments_.end() ? kNoTokens : it->second;
 }
 
 std::size_t GenerateScopes::ModuleOf(std::size_t node) const {

@@ -9,6 +9,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
+#include <unordered_map>
 #include <string_view>
 #include <vector>
 
@@ -65,6 +67,12 @@ class GenerateScopes {
   bool IsWithin(std::size_t node, std::size_t ancestor) const;
   bool IsInInterfaceItems(std::size_t node) const;
 
+  // The name's token on each line whose first word declares (input, wire,
+  // reg, parameter, ...), exact spelling, in text order; one per line.
+  const std::vector<std::size_t>& DeclarationsOf(std::string_view name) const;
+  // The "assign" tokens of "assign NAME =", letter case ignored.
+  const std::vector<std::size_t>& AssignmentsOf(std::string_view name) const;
+
  private:
   friend class GenerateScopeParser;
 
@@ -72,7 +80,9 @@ class GenerateScopes {
   std::vector<std::size_t> tokenNode_;
   std::vector<ScopeNode> nodes_;
   std::vector<ProceduralBlock> blocks_;
-  std::vector<std::size_t> lineFirstToken_;  // per line, the index of its first token (or the next line's)
+  std::vector<std::size_t> lineFirstToken_;
+  std::unordered_map<std::string_view, std::vector<std::size_t>> declarations_;
+  std::unordered_map<std::string, std::vector<std::size_t>> assignments_;  // by lower-case name  // per line, the index of its first token (or the next line's)
   bool complete_ = true;
 };
 
