@@ -3,11 +3,14 @@
 set -euo pipefail
 
 packages=(
-  cmake ninja-build g++ clang pkg-config
+  cmake ninja-build make g++ clang pkg-config binutils
   libpcre2-dev libgtest-dev libgmock-dev libbenchmark-dev
   libcli11-dev nlohmann-json3-dev libtomlplusplus-dev libgit2-dev git hyperfine
   libclang-rt-14-dev
   neovim python3
+  # The package tests: CPack's Debian packages (dpkg-shlibdeps, file), the
+  # manual page, the shell completions and the pre-commit hooks.
+  dpkg-dev file groff-base man-db zsh fish git pre-commit python3-yaml
 )
 # Node.js runs the language-server client test; any installed Node will do.
 if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
