@@ -25,7 +25,7 @@ step() { echo; echo "=== $* ==="; }
 # "<name>_NOT_BUILT" and are skipped there.
 unit_targets=(quill quill_common_tests quill_format_tests quill_lint_tests quill_highlight_tests
               quill_abi_tests quill_robustness_tests quill_concurrency_tests quill_digest_tests)
-not_unit='^cli\.|^lsp_|installed_package|header_c_program|exported_symbols|_NOT_BUILT$'
+not_unit='^cli\.|^lsp_|^package\.|installed_package|header_c_program|exported_symbols|_NOT_BUILT$'
 
 
 step "dev build and tests"
