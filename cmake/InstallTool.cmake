@@ -17,6 +17,8 @@ add_custom_command(OUTPUT ${_quill_man_page}
   DEPENDS ${PROJECT_SOURCE_DIR}/docs/quill.1
   VERBATIM)
 add_custom_target(quill_man_page ALL DEPENDS ${_quill_man_page})
+# Building just the tool is enough for installing it.
+add_dependencies(quill_cli quill_man_page)
 install(FILES ${_quill_man_page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
 
 # Each shell looks for completions in its own folder, under its own file name.
