@@ -102,6 +102,8 @@ chmod +x "$root/usr/sbin/policy-rc.d"
 mount_in_root -t proc proc "$root/proc"
 mkdir -p "$root/dev/shm"
 mount_in_root -t tmpfs tmpfs "$root/dev/shm"
+mkdir -p "$root/dev/pts"
+mount_in_root -t devpts -o newinstance,ptmxmode=0666 devpts "$root/dev/pts"
 mount_in_root -t tmpfs tmpfs "$root/tmp"
 if [ -d "$shared" ]; then
   mount_in_root --bind "$shared" "$root/work/shared"
