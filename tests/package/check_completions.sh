@@ -51,6 +51,7 @@ fi
 
 # Every command and option of the tool is in every script (fish writes
 # options as "-l in-place" and "-s i").
+words=$(bash "$here/list_help_words.sh" "$quill")
 while IFS= read -r word; do
   for script in quill.bash _quill quill.fish; do
     pattern=$word
@@ -62,7 +63,7 @@ while IFS= read -r word; do
     fi
     grep -qE -- "(^|[^a-zA-Z-])$pattern([^a-zA-Z-]|\$)" "$completions/$script" || fail "$script lacks $word"
   done
-done < <(bash "$here/list_help_words.sh" "$quill")
+done <<<"$words"
 
 [ "$failed" = 0 ] || exit 1
 echo "the bash, zsh and fish completions load and name every command and option"
