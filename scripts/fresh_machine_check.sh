@@ -11,13 +11,14 @@
 # renewed every time.
 #   scripts/fresh_machine_check.sh [ROOT]
 # With QUILL_BUILD_LOCK=FILE the build and tests in the root run under
-# `flock FILE`, as builds on a shared machine do.
+# `flock FILE`, as builds on a shared machine do. QUILL_SHARED_DIR names the
+# folder of real-world inputs when it is not ../shared (a git worktree).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 repo=$(pwd)
 root=${1:-$repo/build/fresh-machine}
 suite=bookworm
-shared=$(cd "$repo/.." && pwd)/shared
+shared=${QUILL_SHARED_DIR:-$(cd "$repo/.." && pwd)/shared}
 
 [ "$(id -u)" -eq 0 ] || { echo "fresh_machine_check.sh: needs root (debootstrap, chroot, mount)" >&2; exit 2; }
 
@@ -120,14 +121,21 @@ locked=()
 step "install the dependencies inside the root"
 in_root bash -c 'cd /work/quill && bash scripts/install_deps.sh'
 
+# Both checks run whatever the first gives, so that one report shows all.
+failed=()
 step "bash scripts/test.sh --quick inside the root"
 "${locked[@]}" chroot "$root" /usr/bin/env -i HOME=/root LANG=C.UTF-8 TERM=dumb \
   PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
-  bash -c 'cd /work/quill && bash scripts/test.sh --quick'
+  bash -c 'cd /work/quill && bash scripts/test.sh --quick' || failed+=("scripts/test.sh")
 
 step "install into ~/.local and start the installed quill"
-in_root bash -c 'cd /work/quill && cmake --install build/dev --prefix ~/.local >/dev/null &&
-  ~/.local/bin/quill version && ~/.local/bin/quill format examples/uart_tx.v >/dev/null'
+in_root bash -c 'cd /work/quill && rm -rf ~/.local && cmake --install build/dev --prefix ~/.local >/dev/null &&
+  ~/.local/bin/quill version && ~/.local/bin/quill format examples/uart_tx.v >/dev/null' ||
+  failed+=("the installed quill")
 
 echo
+if [ ${#failed[@]} -gt 0 ]; then
+  echo "on the fresh $suite machine these failed: ${failed[*]}"
+  exit 1
+fi
 echo "the fresh $suite machine passed the README's set-up and test commands"
