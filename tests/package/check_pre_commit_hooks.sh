@@ -22,6 +22,9 @@ export PRE_COMMIT_HOME="$scratch/cache" HOME="$scratch"
 export GIT_CONFIG_NOSYSTEM=1 GIT_AUTHOR_NAME=test GIT_AUTHOR_EMAIL=test@localhost \
   GIT_COMMITTER_NAME=test GIT_COMMITTER_EMAIL=test@localhost
 
+pre-commit validate-manifest "$source_dir/.pre-commit-hooks.yaml" >"$scratch/log" 2>&1 ||
+  fail ".pre-commit-hooks.yaml is not a valid hook manifest"
+
 cd "$scratch/repo"
 git init -q .
 python3 - "$source_dir/.pre-commit-hooks.yaml" >.pre-commit-config.yaml <<'PY'
