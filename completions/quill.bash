@@ -29,18 +29,18 @@ _quill() {
     return 0
   fi
 
-  local common="-h --help -j --jobs --stdin-name"
+  local common="-h --help -j --jobs --stdin-name --config --isolated --no-ignore"
   local options extensions="v|sv|vh|svh"
   case "$command" in
     format)
-      options="$common -i --in-place --check --diff --force --config --isolated --no-ignore" ;;
+      options="$common -i --in-place --check --diff --force" ;;
     lint)
-      options="$common --format --max-findings --error-on --color --config --isolated --no-ignore
-               --whole-file --report-unused-suppressions --statistics --exact --no-filter -D -U" ;;
+      options="$common --format --max-findings --error-on --color --whole-file
+               --report-unused-suppressions --statistics --exact --no-filter -D -U" ;;
     highlight)
       options="$common --format --color"
       extensions="xdc|sdc|tcl|qsf|cst|pcf|lpf|ucf" ;;
-    config) options="-h --help"; extensions="" ;;
+    config) options="-h --help --config --isolated"; extensions="" ;;
     *) COMPREPLY=($(compgen -W "-h --help" -- "$cur")); return 0 ;;
   esac
 

@@ -23,12 +23,13 @@ for command in format lint highlight
     complete -c quill -n $when -s j -l jobs -x -d 'Files processed at once'
     complete -c quill -n $when -l stdin-name -x -d 'Name shown for standard input'
 end
-for command in format lint
+for command in format lint highlight config
     set -l when "__fish_seen_subcommand_from $command"
-    complete -c quill -n $when -l config -r -F -d 'Read the settings from this file'
-    complete -c quill -n $when -l isolated -d 'Read no configuration file'
-    complete -c quill -n $when -l no-ignore -d 'Do not skip files ignored by git in folder walks'
+    complete -c quill -n $when -l config -r -F -d 'Use this quill.toml'
+    complete -c quill -n $when -l isolated -d 'Read no quill.toml'
 end
+complete -c quill -n '__fish_seen_subcommand_from format lint highlight' -l no-ignore -d 'Also take files that git ignores'
+
 
 set -l format_when '__fish_seen_subcommand_from format'
 complete -c quill -n $format_when -s i -l in-place -d 'Rewrite the files that would change'
