@@ -36,7 +36,7 @@ _quill() {
       options="$common -i --in-place --check --diff --force" ;;
     lint)
       options="$common --format --max-findings --error-on --color --whole-file
-               --report-unused-suppressions --statistics --exact --no-filter -D -U" ;;
+               --report-unused-suppressions --statistics --exact --no-filter -D --define -U --undefine" ;;
     highlight)
       options="$common --format --color"
       extensions="xdc|sdc|tcl|qsf|cst|pcf|lpf|ucf" ;;
@@ -59,7 +59,10 @@ _quill() {
           if [ -d "$path" ] || [[ "$path" == *.toml ]]; then COMPREPLY+=("$path"); fi
         done < <(compgen -f -- "$cur")
         return 0 ;;
-      -j | --jobs | --max-findings | --stdin-name | --no-filter | -D | -U) return 0 ;;
+      -j | --jobs | --max-findings | --stdin-name | -D | --define | -U | --undefine) return 0 ;;
+      --no-filter)
+        COMPREPLY=($(compgen -W "empty-name read-only-driver generate-scope default-before-branch" -- "$cur"))
+        return 0 ;;
     esac
   fi
   if [ -n "$option" ]; then

@@ -46,9 +46,9 @@ complete -c quill -n $lint_when -l whole-file -d 'Lint each file with one engine
 complete -c quill -n $lint_when -l report-unused-suppressions -d 'Report suppression comments that quieted nothing'
 complete -c quill -n $lint_when -l statistics -d 'Count findings per check and per filter'
 complete -c quill -n $lint_when -l exact -d 'Print the engine findings untouched'
-complete -c quill -n $lint_when -l no-filter -x -d 'Turn a filter off'
-complete -c quill -n $lint_when -s D -x -d 'Define a macro: NAME[=VALUE]'
-complete -c quill -n $lint_when -s U -x -d 'Undefine a macro'
+complete -c quill -n $lint_when -l no-filter -x -a 'empty-name read-only-driver generate-scope default-before-branch' -d 'Turn a filter off'
+complete -c quill -n $lint_when -s D -l define -x -d 'Define a macro: NAME[=VALUE]'
+complete -c quill -n $lint_when -s U -l undefine -x -d 'Undefine a macro'
 
 set -l highlight_when '__fish_seen_subcommand_from highlight'
 complete -c quill -n $highlight_when -l format -x -a 'text json' -d 'Output format'

@@ -33,6 +33,7 @@ expect_bash "text json" quill highlight --format ""
 expect_bash "warning error" quill lint --error-on ""
 expect_bash "auto always never" quill highlight --color ""
 expect_bash "--isolated" quill config --is
+expect_bash "generate-scope" quill lint --no-filter gen
 
 # zsh and fish: the scripts parse; fish completes as bash does.
 if command -v zsh >/dev/null; then
