@@ -92,6 +92,10 @@ std::string InnerBytes(const std::vector<std::string_view>& lines, const FormatO
   return NonBlankBytes(lines, region.first + 1, region.closed ? region.last : region.last + 1);
 }
 
+std::pair<uint32_t, uint32_t> OneBasedSpan(std::size_t first, std::size_t last) {
+  return {static_cast<uint32_t>(first + 1), static_cast<uint32_t>(last + 1)};
+}
+
 }  // namespace
 
 std::vector<FormatOffRegion> FindFormatOffRegions(std::string_view text) {
@@ -109,7 +113,7 @@ KeptRegions KeepFormatOffRegions(std::string_view original, std::string_view for
     const bool same = k < found.size() && found[k].closed == region.closed &&
                       (ends || found[k].last + 1 == after.size()) &&
                       InnerBytes(after, found[k]) == InnerBytes(before, region);
-    if (!same) kept.broken.emplace_back(region.first + 1, region.last + 1);
+    if (!same) kept.broken.push_back(OneBasedSpan(region.first, region.last));
   }
   if (!kept.broken.empty() || wanted.empty()) {
     if (kept.broken.empty()) kept.text = std::string(formatted);
@@ -118,7 +122,7 @@ KeptRegions KeepFormatOffRegions(std::string_view original, std::string_view for
   if (found.size() != wanted.size()) {
     // The formatter made a marker out of other text; the regions after the
     // last wanted one would be misread, so none is trusted.
-    kept.broken.emplace_back(wanted.front().first + 1, wanted.back().last + 1);
+    kept.broken.push_back(OneBasedSpan(wanted.front().first, wanted.back().last));
     return kept;
   }
   std::size_t next = 0;  // the first line of `after` not yet copied

@@ -97,7 +97,9 @@ TEST(KeepFormatOffRegions, Table) {
     SCOPED_TRACE(c.name);
     const KeptRegions kept = KeepFormatOffRegions(c.original, c.formatted);
     EXPECT_EQ(kept.broken, c.broken);
-    if (c.broken.empty()) EXPECT_EQ(kept.text, c.kept);
+    if (c.broken.empty()) {
+      EXPECT_EQ(kept.text, c.kept);
+    }
   }
 }
 

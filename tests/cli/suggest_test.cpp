@@ -16,7 +16,7 @@ TEST(EditDistance, Table) {
   };
   const std::vector<Case> cases = {
       {"", "", 0},       {"lint", "lint", 0}, {"lnt", "lint", 1},    {"lint", "lnit", 2},
-      {"", "lsp", 3},    {"frmat", "format", 1}, {"highlite", "highlight", 2}, {"abc", "xyz", 3},
+      {"", "lsp", 3},    {"frmat", "format", 1}, {"highlite", "highlight", 3}, {"abc", "xyz", 3},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(std::string(c.a) + " / " + c.b);
@@ -28,7 +28,7 @@ TEST(EditDistance, Table) {
 TEST(ClosestName, Table) {
   const std::vector<std::string> commands = {"format", "lint", "highlight", "version", "lsp"};
   const std::vector<std::pair<const char*, const char*>> cases = {
-      {"lnt", "lint"},       {"fromat", "format"}, {"formt", "format"}, {"highlite", "highlight"},
+      {"lnt", "lint"},       {"fromat", "format"}, {"formt", "format"}, {"higlight", "highlight"},
       {"lps", "lsp"},        {"ver", "version"},   {"high", "highlight"}, {"frobnicate", ""},
       {"x", ""},             {"l", ""},            {"", ""},             {"versions", "version"},
   };

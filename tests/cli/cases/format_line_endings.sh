@@ -13,7 +13,7 @@ expect_out_file crlf.formatted
 
 quill format --diff crlf.v
 expect_rc 1
-expect_out_has "+assign b = a;$(printf '\r')"
+expect_out_has "$(printf ' assign b = a;\r')"
 
 quill format --in-place crlf.v
 expect_rc 0

@@ -21,8 +21,9 @@ put p.v 'module p(\ninput a,\n// quill: format off\ninput   [7:0]   wide_bus_nam
 quill format p.v
 expect_rc 0
 expect_out_has 'input   [7:0]   wide_bus_name,'
-first=$(grep -n 'a,' "$OUT" | head -1 | cut -d: -f2- | sed 's/a,.*//' | wc -c)
-last=$(grep 'q$' "$OUT" | sed 's/q$//' | wc -c)
+first=$(awk '/^ *input +a / { print index($0, " a ") }' "$OUT")
+last=$(awk '/ q$/ { print index($0, " q") }' "$OUT")
+[ -n "$first" ] && [ -n "$last" ] || fail "ports not found: $(cat "$OUT")"
 [ "$first" -eq "$last" ] || fail "the ports around the region are not aligned: $(cat "$OUT")"
 
 # An off without an on keeps the rest of the file.
