@@ -20,6 +20,7 @@
 #include "parallel.h"
 #include "precision/finding_filters.h"
 #include "precision/preprocessor.h"
+#include "suggest.h"
 
 namespace {
 
@@ -46,6 +47,11 @@ using quill::cli::RunHighlight;
 using quill::cli::RunLint;
 using quill::cli::Severity;
 
+// The tool's version (the project's) and the engine's, one per line.
+std::string VersionText() {
+  return std::string("quill ") + QUILL_TOOL_VERSION + "\nengine: " + EngineVersion();
+}
+
 constexpr const char* kExitCodes =
     "Exit codes:\n"
     "  0  clean: no findings, no file that would change\n"
@@ -53,6 +59,28 @@ constexpr const char* kExitCodes =
     "  2  usage or input error (missing, unreadable or binary file, folder without matching files)\n"
     "  3  content guard: formatting would lose text (no file is written; --force overrides)\n"
     "When several apply, 2 wins over 3, and 3 over 1.";
+
+// Each command's --help lists only the codes it can return.
+constexpr const char* kFormatExitCodes =
+    "Exit codes:\n"
+    "  0  done; --check or --diff: no file would change\n"
+    "  1  --check or --diff: a file would change\n"
+    "  2  usage or input error, or a file whose formatting does not settle\n"
+    "  3  refused: formatting would lose text or break a format-off region (--force overrides)\n"
+    "When several apply, 2 wins over 3, and 3 over 1.";
+constexpr const char* kLintExitCodes =
+    "Exit codes:\n"
+    "  0  no finding at or above --error-on\n"
+    "  1  findings at or above --error-on\n"
+    "  2  usage or input error (missing, unreadable or binary file, folder without matching files)";
+constexpr const char* kHighlightExitCodes =
+    "Exit codes:\n"
+    "  0  every file shown\n"
+    "  2  usage or input error (missing, unreadable or binary file, folder without matching files)";
+constexpr const char* kVersionExitCodes =
+    "Exit codes:\n"
+    "  0  printed\n"
+    "  2  usage error, or standard output cannot be written";
 
 const std::vector<std::pair<std::string, ColorMode>> kColorChoices = {
     {"auto", ColorMode::kAuto}, {"always", ColorMode::kAlways}, {"never", ColorMode::kNever}};
@@ -124,7 +152,9 @@ CLI::App* AddFormatCommand(CLI::App* app, FormatOptions* options, FormatFlags* f
   inPlace->excludes(check)->excludes(diff);
   check->excludes(diff);
   command->add_flag("--force", options->force,
-                    "Print or write formatted text even where it would lose text of the input");
+                    "Print or write formatted text even where it would lose text of the input or format "
+                    "a format-off region that cannot be kept");
+  command->footer(kFormatExitCodes);
   return command;
 }
 
@@ -180,7 +210,7 @@ CLI::App* AddLintCommand(CLI::App* app, LintOptions* options) {
     checks += "  " + std::string(check.name) + std::string(18 - std::min<std::size_t>(17, check.name.size()), ' ') +
               std::string(quill::SeverityName(check.severity)) + "  " + std::string(check.summary) + "\n";
   }
-  command->footer(checks);
+  command->footer(checks + "\n" + kLintExitCodes);
   return command;
 }
 
@@ -201,6 +231,7 @@ CLI::App* AddHighlightCommand(CLI::App* app, HighlightOptions* options) {
             "text (default): the file with one ANSI colour per token class\n"
             "json: one line per file: {\"file\",\"runs\":[{\"offset\",\"length\",\"class\"},...]}");
   AddChoice(command, "--color", &options->color, kColorChoices, kColorHelp);
+  command->footer(kHighlightExitCodes);
   return command;
 }
 
@@ -218,13 +249,49 @@ bool CheckStandardInput(const InputOptions& input, bool inPlace) {
   return problem == nullptr;
 }
 
+// The first argument that is not an option, which names the command (the
+// program itself has flags only); "" when there is none.
+std::string CommandWord(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i) {
+    const std::string word = argv[i];
+    if (!word.starts_with('-')) return word;
+  }
+  return "";
+}
+
+// An unknown or missing command: the error line, the nearest command name
+// when one is close, and the list of commands.
+int ReportCommandError(const CLI::App& app, const std::string& word, const std::vector<std::string>& names) {
+  std::string message = word.empty() ? std::string("a command is required") : "unknown command '" + word + "'";
+  const std::string closest = word.empty() ? "" : quill::cli::ClosestName(word, names);
+  if (!closest.empty()) message += "; did you mean '" + closest + "'?";
+  std::string text = ErrorLine(message) + "Commands:\n";
+  for (const CLI::App* command : app.get_subcommands({})) {
+    std::string name = command->get_name();
+    name.resize(std::max<std::size_t>(name.size(), 11), ' ');
+    text += "  " + name + command->get_description() + "\n";
+  }
+  text += "Run 'quill COMMAND --help' for a command's options.\n";
+  std::fputs(text.c_str(), stderr);
+  return kExitError;
+}
+
+// True when the arguments ask for help or the version of the program itself.
+bool AsksProgram(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i) {
+    const std::string word = argv[i];
+    if (word == "-h" || word == "--help" || word == "--version") return true;
+  }
+  return false;
+}
+
 int Run(int argc, char** argv) {
-  const std::string version = EngineVersion();
+  const std::string version = VersionText();
   CLI::App app{"quill: Verilog formatter and linter, constraint and Tcl highlighter", "quill"};
   app.footer(kExitCodes);
   app.require_subcommand(1, 1);
   app.failure_message(UsageFailure);
-  app.set_version_flag("--version", version, "Print the engine version and exit");
+  app.set_version_flag("--version", version, "Print the tool's and the engine's versions and exit");
 
   FormatOptions format;
   FormatFlags formatFlags;
@@ -235,9 +302,25 @@ int Run(int argc, char** argv) {
   CLI::App* highlightCommand = AddHighlightCommand(&app, &highlight);
   ConfigOptions config;
   CLI::App* configCommand = AddConfigCommand(&app, &config);
-  CLI::App* versionCommand = app.add_subcommand("version", "Print the engine version");
+  configCommand->footer(
+      "Exit codes:\n"
+      "  0  printed\n"
+      "  2  usage error, missing path or unusable quill.toml");
+  CLI::App* versionCommand = app.add_subcommand("version", "Print the tool's and the engine's versions");
+  versionCommand->footer(kVersionExitCodes);
   CLI::App* lspCommand = app.add_subcommand(
       "lsp", "Serve the Language Server Protocol on standard input and output (for editors)");
+  lspCommand->footer(
+      "Exit codes:\n"
+      "  0  the client asked to shut down, then to exit\n"
+      "  1  the client exited without asking to shut down, or the input ended\n"
+      "  2  usage error");
+
+  std::vector<std::string> names;
+  for (const CLI::App* command : app.get_subcommands({})) names.push_back(command->get_name());
+  const std::string word = CommandWord(argc, argv);
+  const bool known = std::find(names.begin(), names.end(), word) != names.end();
+  if (word.empty() ? !AsksProgram(argc, argv) : !known) return ReportCommandError(app, word, names);
 
   try {
     app.parse(argc, argv);

@@ -2,7 +2,9 @@
 #include <vector>
 
 #include "content_guard.h"
-#include "engine.h"
+#include "converge.h"
+#include "format_off.h"
+#include "format_pipeline.h"
 #include "lsp/documents.h"
 #include "lsp/features.h"
 #include "sequence_diff.h"
@@ -60,11 +62,23 @@ nlohmann::json PositionJson(Position p) { return {{"line", p.line}, {"character"
 
 FormattingResult FormattingEdits(std::string_view text, std::optional<LineRange> range) {
   FormattingResult result;
-  std::optional<std::string> formatted = cli::FormatSource(text);
-  if (!formatted) {
-    result.refusal = "quill could not format this text";
-    return result;
+  cli::PipelineResult pipeline = cli::FormatForTool(text, cli::PipelineOptions{});
+  switch (pipeline.outcome) {
+    case cli::FormatOutcome::kFormatted:
+      break;
+    case cli::FormatOutcome::kEngineFailed:
+      result.refusal = "quill could not format this text";
+      return result;
+    case cli::FormatOutcome::kUnsettled:
+      result.refusal = "quill did not format: the result still changes after " +
+                       std::to_string(cli::kMaxFormatRounds) + " rounds";
+      return result;
+    case cli::FormatOutcome::kRegionBroken:
+      result.refusal = "quill did not format: the result would move text across the format-off region on " +
+                       cli::DescribeSpans(pipeline.brokenRegions);
+      return result;
   }
+  const std::string* formatted = &pipeline.text;
   const std::vector<std::string_view> before = LineUnits(text), after = LineUnits(*formatted);
   std::vector<std::size_t> offsets(before.size() + 1, 0);
   for (std::size_t k = 0; k < before.size(); ++k) offsets[k + 1] = offsets[k] + before[k].size();

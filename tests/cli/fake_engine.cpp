@@ -2,8 +2,12 @@
 // fixed rules, so that the tool's tests can ask for exactly the findings,
 // formatting changes, lost text and failures they need:
 //   format     every "LOSE" is removed; trailing blanks of each line are
-//              removed; "EXPAND" gains 10000 "x" after it; the text ends in
-//              one LF; a text holding "FAIL_FORMAT" fails with -1.
+//              removed; "EXPAND" not followed by "x" gains 10000 "x"
+//              after it (once: the result formats to itself); the text ends in
+//              one LF; a text holding "FAIL_FORMAT" fails with -1; the
+//              first "~~" of the text becomes "~ ~" (so "~~~~" settles
+//              after three rounds); a line ending in "JOIN" is joined
+//              with the next one by a space.
 //   lint       a line "... FINDING <severity> <check> <message>" gives one
 //              finding on that (zero-based) line; a line "LINT_RAW <text>"
 //              makes <text> the whole report; "LINT_NULL" returns NULL.
@@ -40,7 +44,11 @@ std::string ReplaceAll(std::string text, std::string_view from, std::string_view
 
 std::string Format(std::string_view source) {
   std::string text = ReplaceAll(std::string(source), "LOSE", "");
-  text = ReplaceAll(std::move(text), "EXPAND", "EXPAND" + std::string(10000, 'x'));
+  for (std::size_t at = text.find("EXPAND"); at != std::string::npos; at = text.find("EXPAND", at + 6)) {
+    if (text.compare(at + 6, 1, "x") != 0) text.insert(at + 6, std::string(10000, 'x'));
+  }
+  if (const std::size_t tildes = text.find("~~"); tildes != std::string::npos) text.insert(tildes + 1, " ");
+  text = ReplaceAll(std::move(text), "JOIN\n", "JOIN ");
   std::string out;
   std::size_t start = 0;
   while (start <= text.size()) {

@@ -13,6 +13,7 @@
 #   expect_out_lacks TEXT    stdout does not contain TEXT
 #   expect_out_lines N       stdout has N lines
 #   expect_out_empty / expect_err_empty
+#   expect_err TEXT          stderr is exactly TEXT (printf %b escapes)
 #   expect_err_has TEXT / expect_err_lacks TEXT / expect_err_lines N
 #   expect_err_one_line      stderr is one line starting with "quill: "
 #   put FILE TEXT            writes TEXT (printf %b escapes) to FILE
@@ -72,6 +73,10 @@ expect_rc() { [ "$RC" -eq "$1" ] || fail "expected exit code $1, got $RC"; }
 expect_out() {
   printf '%b' "$1" >"$SCRATCH/.expected"
   cmp -s "$SCRATCH/.expected" "$OUT" || fail "stdout differs from: $(printf '%b' "$1" | cat -v)"
+}
+expect_err() {
+  printf '%b' "$1" >"$SCRATCH/.expected"
+  cmp -s "$SCRATCH/.expected" "$ERR" || fail "stderr differs from: $(printf '%b' "$1" | cat -v)"
 }
 expect_out_file() { cmp -s "$1" "$OUT" || fail "stdout differs from file $1"; }
 expect_out_has() { grep -qF -- "$1" "$OUT" || fail "stdout lacks: $1"; }

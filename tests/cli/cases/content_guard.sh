@@ -7,7 +7,8 @@ cp g.v g.orig
 fake format --in-place g.v
 expect_rc 3
 expect_out_empty
-expect_err_one_line
+expect_err_lines 2
+expect_err_has '0 files reformatted, 0 unchanged, 1 refused'
 expect_err_has 'quill: warning: g.v: formatting would lose text on lines 1, 3; file left unchanged (--force writes it)'
 same_file g.v g.orig
 
@@ -47,7 +48,7 @@ same_file g.v g.expected
 put s.v 'a   b  \n\n\n  c\t\n'
 fake format --in-place s.v
 expect_rc 0
-expect_err_empty
+expect_err '1 file reformatted, 0 unchanged\n'
 
 # The real formatter drops text outside the connections of a crowded
 # connection line: the guard stops it.

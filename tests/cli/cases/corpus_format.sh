@@ -20,5 +20,6 @@ while IFS= read -r listed; do
   [ -f "$listed" ] || fail "format --check listed '$listed', which is not a file"
 done <"$OUT"
 [ "$(wc -l <"$OUT")" -le "$verilog" ] || fail "format --check listed more files than there are"
-! grep -v -e '^quill: warning: .*: formatting would lose text on line' -e '^quill: error: ' "$ERR" | grep -q . ||
+! grep -v -e '^quill: warning: .*: formatting would lose text on line' -e '^quill: error: ' \
+  -e '^[0-9]* files\? would be reformatted, [0-9]* unchanged' "$ERR" | grep -q . ||
   fail "unexpected message from format --check"

@@ -9,7 +9,7 @@ put other.txt 'y \n'
 fake format --check rtl other.txt
 expect_rc 1
 expect_out 'rtl/a.sv\nrtl/b/e.v\nrtl/sub/D.SVH\nrtl/sub/c.vh\nrtl/z.v\nother.txt\n'
-expect_err_empty
+expect_err '6 files would be reformatted, 0 unchanged\n'
 
 # A trailing slash and a nested path name the same files.
 fake format --check rtl/ rtl/z.v rtl/sub

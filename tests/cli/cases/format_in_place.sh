@@ -6,7 +6,7 @@ before=$(stat -c %Y b.v)
 fake format --in-place a.v b.v
 expect_rc 0
 expect_out_empty
-expect_err_empty
+expect_err '1 file reformatted, 1 unchanged\n'
 put a.expected 'a\nb\n'
 same_file a.v a.expected
 [ "$(stat -c %Y b.v)" = "$before" ] || fail "an unchanged file was rewritten"
@@ -34,6 +34,7 @@ put rtl/x.v 'x \n'
 put rtl/sub/y.sv 'y \n'
 fake format --in-place rtl
 expect_rc 0
+expect_err '2 files reformatted, 0 unchanged\n'
 put x.expected 'x\n'
 same_file rtl/x.v x.expected
 put y.expected 'y\n'

@@ -21,9 +21,16 @@ quill format script.v
 expect_rc 0
 expect_out_file script.v
 
-# Several files: their results one after the other.
+# Several files: their results one after the other, each after a header
+# line as head(1) prints several files.
 quill format blank.v script.v empty.v
-expect_out '\nimport os\nprint(os.name)\n'
+expect_out '==> blank.v <==\n\n\n==> script.v <==\nimport os\nprint(os.name)\n==> empty.v <==\n\n'
+
+# One file found in a folder: no header.
+mkdir one
+cp script.v one/
+quill format one
+expect_out_file script.v
 
 # Exact text with the stand-in engine.
 put t.v 'a  \nb\t\n'

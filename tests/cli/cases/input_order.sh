@@ -6,8 +6,7 @@ put c.v 'c \n'
 fake format --check c.v missing.v a.v b.v
 expect_rc 2
 expect_out 'c.v\na.v\n'
-expect_err_one_line
-expect_err_has 'missing.v: No such file or directory'
+expect_err 'quill: error: missing.v: No such file or directory\n2 files would be reformatted, 1 unchanged, 1 failed\n'
 
 # Each file's stderr comes right after its stdout.
 put l1.v '// FINDING warning latch first\n'

@@ -7,8 +7,6 @@ usage_error() {
   expect_err_one_line
   expect_err_has 'quill: error:'
 }
-usage_error
-usage_error frobnicate a.v
 usage_error lint --bogus a.v
 usage_error format
 usage_error lint

@@ -1,12 +1,19 @@
-# The version comes from the engine, by the command and by the flag.
+# The tool's version (the project's) and the engine's, by the command and by
+# the flag.
 quill version
 expect_rc 0
-expect_out 'core_engine v1.25\n'
+expect_out_has 'engine: core_engine v1.25'
+grep -qE '^quill [0-9]+\.[0-9]+\.[0-9]+$' "$OUT" || fail "no tool version line"
+expect_out_lines 2
+cp "$OUT" version.txt
 quill --version
 expect_rc 0
-expect_out 'core_engine v1.25\n'
+expect_out_file version.txt
 fake version
-expect_out 'fake_engine v0\n'
+expect_out_has 'engine: fake_engine v0'
+quill version --help
+expect_rc 0
+expect_out_has 'Exit codes:'
 
 # Output that cannot be written is an error, not a silent success.
 if [ -w /dev/full ]; then
