@@ -19,7 +19,7 @@ TEST(CheckRepeatedAssignTest, TwiceAtTheFirstLine) {
   model.assigns.push_back(Assign(8, "y", "b"));
   EXPECT_EQ(
       CheckRepeatedAssign(model),
-      (std::vector<Diagnostic>{Finding("warning", 3, "repeated-assig", "signal 'y' assigned 2 times by assign")}));
+      (std::vector<Diagnostic>{Finding(CheckId::kRepeatedAssign, 3, "signal 'y' assigned 2 times by assign")}));
 }
 
 TEST(CheckRepeatedAssignTest, ConcatenationsAndSelectsSkipped) {
@@ -39,7 +39,7 @@ TEST(CheckRepeatedAssignTest, RepeatsOnOneLineCount) {
   model.assigns.push_back(Assign(6, "y", "c"));
   EXPECT_EQ(
       CheckRepeatedAssign(model),
-      (std::vector<Diagnostic>{Finding("warning", 6, "repeated-assig", "signal 'y' assigned 3 times by assign")}));
+      (std::vector<Diagnostic>{Finding(CheckId::kRepeatedAssign, 6, "signal 'y' assigned 3 times by assign")}));
 }
 
 TEST(CheckRepeatedAssignTest, NamesMatchIgnoringCaseWithTheFirstSpelling) {
@@ -48,7 +48,7 @@ TEST(CheckRepeatedAssignTest, NamesMatchIgnoringCaseWithTheFirstSpelling) {
   model.assigns.push_back(Assign(2, "y", "b"));
   EXPECT_EQ(
       CheckRepeatedAssign(model),
-      (std::vector<Diagnostic>{Finding("warning", 1, "repeated-assig", "signal 'Y' assigned 2 times by assign")}));
+      (std::vector<Diagnostic>{Finding(CheckId::kRepeatedAssign, 1, "signal 'Y' assigned 2 times by assign")}));
 }
 
 TEST(CheckRepeatedAssignTest, NamesOrderedByFirstLineThenName) {
@@ -62,9 +62,9 @@ TEST(CheckRepeatedAssignTest, NamesOrderedByFirstLineThenName) {
   model.assigns.push_back(Assign(1, "B", "x"));
   EXPECT_EQ(
       CheckRepeatedAssign(model),
-      (std::vector<Diagnostic>{Finding("warning", 0, "repeated-assig", "signal 'z' assigned 2 times by assign"),
-                               Finding("warning", 1, "repeated-assig", "signal 'a' assigned 2 times by assign"),
-                               Finding("warning", 1, "repeated-assig", "signal 'b' assigned 3 times by assign")}));
+      (std::vector<Diagnostic>{Finding(CheckId::kRepeatedAssign, 0, "signal 'z' assigned 2 times by assign"),
+                               Finding(CheckId::kRepeatedAssign, 1, "signal 'a' assigned 2 times by assign"),
+                               Finding(CheckId::kRepeatedAssign, 1, "signal 'b' assigned 3 times by assign")}));
 }
 
 }  // namespace
