@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-
 namespace quill {
 char LeadingByteLower(std::string_view s) {
   for (char c : s) {
@@ -165,6 +164,5 @@ std::string RemoveLineComments(std::string_view text) {
 std::int32_t CountMatches(std::string_view s, const Pattern& pattern) {
   return pattern.Count(s);
 }
-
 
 }  // namespace quill

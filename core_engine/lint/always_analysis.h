@@ -12,8 +12,7 @@ namespace quill {
 
 // Fills the assignment lists, counts and latch verdict of one always block
 // from its body text, and records the body's identifier uses.
-void AnalyzeAlwaysBody(std::string_view body, AlwaysBlock& block, std::uint32_t bodyStartLine,
-                       NameMap& firstUseLine);
+void AnalyzeAlwaysBody(std::string_view body, AlwaysBlock& block, std::uint32_t bodyStartLine, NameMap& firstUseLine);
 
 // Records every assignment with operator `op` ("<=" or "=") found in `text`.
 void ScanAssignments(std::string_view text, std::string_view op, std::uint32_t startLine, NameMap& firstUseLine,

@@ -157,8 +157,7 @@ void CheckCaseDefaults(std::string_view work, AlwaysBlock& block) {
 
 }  // namespace
 
-void AnalyzeAlwaysBody(std::string_view body, AlwaysBlock& block, std::uint32_t bodyStartLine,
-                       NameMap& firstUseLine) {
+void AnalyzeAlwaysBody(std::string_view body, AlwaysBlock& block, std::uint32_t bodyStartLine, NameMap& firstUseLine) {
   const std::string_view work = WorkCopy(body);
   RecordUses(work, static_cast<std::int32_t>(bodyStartLine), firstUseLine);
 

@@ -255,7 +255,9 @@ constexpr std::uint64_t kBudgetPerByte = 32;
 
 }  // namespace
 
-std::uint64_t AlwaysAnalysisBudget(std::size_t textSize) { return kBudgetBase + kBudgetPerByte * textSize; }
+std::uint64_t AlwaysAnalysisBudget(std::size_t textSize) {
+  return kBudgetBase + kBudgetPerByte * textSize;
+}
 
 std::vector<AlwaysBlock> ExtractAlwaysBlocks(std::string_view text, std::uint64_t budget, NameMap& firstUseLine) {
   std::vector<AlwaysBlock> blocks;

@@ -576,26 +576,11 @@ TEST(PatternTableTest, BlockCommentPatternIsLazy) {
 TEST(PatternTableTest, EntriesAreLaidOutInConstructionOrder) {
   const PatternTable& t = Patterns();
   const std::vector<const void*> order = {
-      &t.kBeginPattern,
-      &t.kModulePattern,
-      &t.kEndmodulePattern,
-      &t.kLineCommentStartPattern,
-      &t.kForeignSourcePattern,
-      &t.kCoreKeywords,
-      &t.kAlwaysPattern,
-      &t.kGeneratePattern,
-      &t.kEndgeneratePattern,
-      &t.kAssignPattern,
-      &t.kLabelPattern,
-      &t.kStatementStartPattern,
-      &t.kNamedConnectionPattern,
-      &t.kBlockKeywordPattern,
-      &t.kInstanceHeadPattern,
-      &t.kParamInstanceHeadPattern,
-      &t.kTypeAndNamePattern,
-      &t.kSingleWordPattern,
-      &t.kCallHeadPattern,
-      &t.kDeclKeywords,
+      &t.kBeginPattern,           &t.kModulePattern,       &t.kEndmodulePattern,    &t.kLineCommentStartPattern,
+      &t.kForeignSourcePattern,   &t.kCoreKeywords,        &t.kAlwaysPattern,       &t.kGeneratePattern,
+      &t.kEndgeneratePattern,     &t.kAssignPattern,       &t.kLabelPattern,        &t.kStatementStartPattern,
+      &t.kNamedConnectionPattern, &t.kBlockKeywordPattern, &t.kInstanceHeadPattern, &t.kParamInstanceHeadPattern,
+      &t.kTypeAndNamePattern,     &t.kSingleWordPattern,   &t.kCallHeadPattern,     &t.kDeclKeywords,
   };
   for (std::size_t i = 1; i < order.size(); ++i) EXPECT_TRUE(std::less<const void*>()(order[i - 1], order[i])) << i;
 }

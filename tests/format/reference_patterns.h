@@ -15,8 +15,7 @@ struct ReferencePatternTable {
   Pattern kPortDeclPattern{
       R"(^\s*(input|output|inout)\s*(wire|reg|logic)?\s*(signed\s+)?(\[[^\]]*\])?\s*(\w+(?:\s*=\s*\S+)?)\s*(\[[^\]]*\])?\s*(,?)\s*(//.*)?$)",
       CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
-  Pattern kModuleHeaderPattern{R"(^\s*module\s+(.+?)\s*(?=[#(\n\r]|$))", CaseMode::kIgnoreCase,
-                               LimitPolicy::kNoMatch};
+  Pattern kModuleHeaderPattern{R"(^\s*module\s+(.+?)\s*(?=[#(\n\r]|$))", CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
   Pattern kNetDeclPattern{
       R"(^\s*(wire|reg|logic)\s*(signed\s+)?(\[[^\]]*\])?\s*(\w+(?:\s*=\s*\S+)?)\s*(\[[^\]]*\])?\s*;\s*(//.*)?$)",
       CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};

@@ -37,11 +37,11 @@ TEST(CheckDuplicateInstanceTest, GroupedByExactSpelling) {
 TEST(CheckDuplicateInstanceTest, OrderedBySecondLineThenName) {
   ModuleModel model;
   model.instances = {{"c", 0}, {"b", 1}, {"a", 2}, {"c", 5}, {"b", 5}, {"a", 3}};
-  EXPECT_EQ(
-      CheckDuplicateInstance(model),
-      (std::vector<Diagnostic>{Finding(CheckId::kDuplicateInstance, 3, "instance 'a' instantiated 2 times (lines: 3, 4)"),
-                               Finding(CheckId::kDuplicateInstance, 5, "instance 'b' instantiated 2 times (lines: 2, 6)"),
-                               Finding(CheckId::kDuplicateInstance, 5, "instance 'c' instantiated 2 times (lines: 1, 6)")}));
+  EXPECT_EQ(CheckDuplicateInstance(model),
+            (std::vector<Diagnostic>{
+                Finding(CheckId::kDuplicateInstance, 3, "instance 'a' instantiated 2 times (lines: 3, 4)"),
+                Finding(CheckId::kDuplicateInstance, 5, "instance 'b' instantiated 2 times (lines: 2, 6)"),
+                Finding(CheckId::kDuplicateInstance, 5, "instance 'c' instantiated 2 times (lines: 1, 6)")}));
 }
 
 }  // namespace

@@ -73,10 +73,10 @@ TEST(CheckMultiDriverTest, BothFindingsOfOneNameInOrder) {
   model.assigns.push_back(Assign(2, "q", "a"));
   model.alwaysBlocks.push_back(Block(4, true, false, {"q"}));
   model.alwaysBlocks.push_back(Block(9, true, false, {"q"}));
-  EXPECT_EQ(CheckMultiDriver(model),
-            (std::vector<Diagnostic>{
-                Finding(CheckId::kMultiDriver, 4, "signal 'q' driven in 2 always blocks (lines: 4, 9)"),
-                Finding(CheckId::kMultiDriver, 2, "signal 'q' driven by both assign and always")}));
+  EXPECT_EQ(
+      CheckMultiDriver(model),
+      (std::vector<Diagnostic>{Finding(CheckId::kMultiDriver, 4, "signal 'q' driven in 2 always blocks (lines: 4, 9)"),
+                               Finding(CheckId::kMultiDriver, 2, "signal 'q' driven by both assign and always")}));
 }
 
 TEST(CheckMultiDriverTest, NamesMatchIgnoringCaseWithTheAssignSpelling) {
@@ -85,10 +85,10 @@ TEST(CheckMultiDriverTest, NamesMatchIgnoringCaseWithTheAssignSpelling) {
   model.alwaysBlocks.push_back(Block(3, false, true, {"Y"}));
   model.assigns.push_back(Assign(5, "Y", "a"));
   model.assigns.push_back(Assign(6, "y", "b"));
-  EXPECT_EQ(CheckMultiDriver(model),
-            (std::vector<Diagnostic>{
-                Finding(CheckId::kMultiDriver, 1, "signal 'Y' driven in 2 always blocks (lines: 1, 3)"),
-                Finding(CheckId::kMultiDriver, 1, "signal 'Y' driven by both assign and always")}));
+  EXPECT_EQ(
+      CheckMultiDriver(model),
+      (std::vector<Diagnostic>{Finding(CheckId::kMultiDriver, 1, "signal 'Y' driven in 2 always blocks (lines: 1, 3)"),
+                               Finding(CheckId::kMultiDriver, 1, "signal 'Y' driven by both assign and always")}));
 }
 
 TEST(CheckMultiDriverTest, AlwaysSpellingWithoutAssign) {

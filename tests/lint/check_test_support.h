@@ -21,8 +21,8 @@ inline bool operator==(const Diagnostic& a, const Diagnostic& b) {
 }
 
 inline void PrintTo(const Diagnostic& d, std::ostream* os) {
-  *os << "{" << SeverityName(d.severity) << ", " << d.line << ", " << LookUpCheck(d.check).name << ", \""
-      << d.message << "\"}";
+  *os << "{" << SeverityName(d.severity) << ", " << d.line << ", " << LookUpCheck(d.check).name << ", \"" << d.message
+      << "\"}";
 }
 
 namespace test {

@@ -77,7 +77,7 @@ TEST(CollectUsesTest, KeywordsAndSystemNames) {
 TEST(CollectUsesTest, EmptyModel) {
   ModuleModel model;
   CollectUses(model.assigns, model.alwaysBlocks, model.firstUseLine);
-    EXPECT_TRUE(model.firstUseLine.empty());
+  EXPECT_TRUE(model.firstUseLine.empty());
 }
 
 }  // namespace

@@ -33,7 +33,8 @@ using Assigns = std::vector<Assign>;
 
 Assigns Extract(std::string_view text) {
   Assigns assigns;
-  for (const ContAssign& a : ExtractContinuousAssigns(text)) assigns.push_back({a.line, a.target, a.lhs, a.rhs, a.lhsNames});
+  for (const ContAssign& a : ExtractContinuousAssigns(text))
+    assigns.push_back({a.line, a.target, a.lhs, a.rhs, a.lhsNames});
   return assigns;
 }
 

@@ -208,7 +208,8 @@ Extracted ExtractWithPatterns(std::string_view text) {
     const std::string_view stretch =
         text.substr(connections, (close == std::string_view::npos ? text.size() : close + 2) - connections);
     kNamedConnectionPattern.ForEachMatch(stretch, [&](const Match& connection) {
-      RecordUses(connection.Group(1), static_cast<std::int32_t>(lineOf(connections + connection.Begin(1))), extracted.firstUseLine);
+      RecordUses(connection.Group(1), static_cast<std::int32_t>(lineOf(connections + connection.Begin(1))),
+                 extracted.firstUseLine);
     });
     if (close == std::string_view::npos) break;
     k = lineOf(close) + 1;

@@ -81,7 +81,8 @@ TEST(LintTextTest, MessagesAreEscapedAndLinesRenderedAsGiven) {
   checks.findings = {{Severity::kWarning, -2, CheckId::kWidthMismatch, "say \"hi\" \\ now\nthen caf\xc3\xa9"},
                      {Severity::kError, 0, CheckId::kDuplicateInstance, ""}};
   EXPECT_EQ(LintTextWith("module m;", checks.Runner()),
-            "[{\"severity\":\"warning\",\"line\":-2,\"check\":\"width-mismatch\",\"message\":\"say \\\"hi\\\" \\\\ now\\nthen "
+            "[{\"severity\":\"warning\",\"line\":-2,\"check\":\"width-mismatch\",\"message\":\"say \\\"hi\\\" \\\\ "
+            "now\\nthen "
             "caf\xc3\xa9\"},{\"severity\":\"error\",\"line\":0,\"check\":\"dupli-inst\",\"message\":\"\"}]");
 }
 
@@ -164,14 +165,15 @@ TEST(BuildModuleModelTest, UnterminatedCommentKeepsLineNumbers) {
 
 TEST(BuildModuleModelTest, WholePipelineFillsTheModel) {
   const ModuleModel model = BuildModuleModel(
-      "module top #(parameter W = 4) (\n"
-      "  input clk,\n"
-      "  output [W-1:0] q\n"
-      ");\n"
-      "  wire [W-1:0] d;\n"
-      "  assign d = q + 1'b1;\n"
-      "  counter #(.W(W)) u0 (.clk(clk), .d(d));\n"
-      "endmodule\n").value();
+                                "module top #(parameter W = 4) (\n"
+                                "  input clk,\n"
+                                "  output [W-1:0] q\n"
+                                ");\n"
+                                "  wire [W-1:0] d;\n"
+                                "  assign d = q + 1'b1;\n"
+                                "  counter #(.W(W)) u0 (.clk(clk), .d(d));\n"
+                                "endmodule\n")
+                                .value();
   EXPECT_EQ(model.moduleName, "top");
   ASSERT_EQ(model.signals.size(), 3u);
   ASSERT_EQ(model.parameters.size(), 1u);

@@ -8,10 +8,13 @@ std::vector<Diagnostic> CheckBlockingAssign(const ModuleModel& model) {
   for (const AlwaysBlock& block : model.alwaysBlocks) {
     if (block.isSequential && block.blockingCount >= 1) {
       findings.push_back(
-          MakeDiagnostic(CheckId::kBlockingAssign, block.startLine, "sequential always uses '=' (" + std::to_string(block.blockingCount) + "x), suggest '<='"));
+          MakeDiagnostic(CheckId::kBlockingAssign, block.startLine,
+                         "sequential always uses '=' (" + std::to_string(block.blockingCount) + "x), suggest '<='"));
     }
     if (block.isCombinational && block.nonBlockingCount >= 1) {
-      findings.push_back(MakeDiagnostic(CheckId::kBlockingAssign, block.startLine, "combinational always uses '<=' (" + std::to_string(block.nonBlockingCount) + "x), suggest '='"));
+      findings.push_back(MakeDiagnostic(
+          CheckId::kBlockingAssign, block.startLine,
+          "combinational always uses '<=' (" + std::to_string(block.nonBlockingCount) + "x), suggest '='"));
     }
   }
   return findings;

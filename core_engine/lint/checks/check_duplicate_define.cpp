@@ -34,7 +34,8 @@ std::vector<Diagnostic> CheckSignals(const ModuleModel& model) {
     if (entries.size() < 2 || IsInputRedeclaredAsWire(entries)) continue;
     NameFindings group{name, {}};
     group.findings.push_back(
-        MakeDiagnostic(CheckId::kDuplicateDefine, entries[1]->line, "signal '" + name + "' defined " + std::to_string(entries.size()) + " times"));
+        MakeDiagnostic(CheckId::kDuplicateDefine, entries[1]->line,
+                       "signal '" + name + "' defined " + std::to_string(entries.size()) + " times"));
     named.push_back(std::move(group));
   }
   return OrderByFirstFinding(std::move(named));
@@ -48,7 +49,8 @@ std::vector<Diagnostic> CheckParameters(const ModuleModel& model) {
     if (lines.size() < 2) continue;
     NameFindings group{name, {}};
     group.findings.push_back(
-        MakeDiagnostic(CheckId::kDuplicateDefine, lines[1], "parameter '" + name + "' defined " + std::to_string(lines.size()) + " times"));
+        MakeDiagnostic(CheckId::kDuplicateDefine, lines[1],
+                       "parameter '" + name + "' defined " + std::to_string(lines.size()) + " times"));
     named.push_back(std::move(group));
   }
   return OrderByFirstFinding(std::move(named));

@@ -19,7 +19,9 @@ std::vector<Diagnostic> CheckDuplicateInstance(const ModuleModel& model) {
       listed.append(std::to_string(std::uint64_t{lines[i]} + 1));
     }
     NameFindings group{name, {}};
-    group.findings.push_back(MakeDiagnostic(CheckId::kDuplicateInstance, lines[1], "instance '" + name + "' instantiated " + std::to_string(lines.size()) + " times (lines: " + listed + ")"));
+    group.findings.push_back(MakeDiagnostic(
+        CheckId::kDuplicateInstance, lines[1],
+        "instance '" + name + "' instantiated " + std::to_string(lines.size()) + " times (lines: " + listed + ")"));
     groups.push_back(std::move(group));
   }
   return OrderByFirstFinding(std::move(groups));

@@ -45,7 +45,8 @@ std::vector<Diagnostic> CheckMultiDriver(const ModuleModel& model) {
     const std::vector<std::uint32_t> always = DistinctAscending(driver.alwaysLines);
     NameFindings group{name, {}};
     if (always.size() >= 2) {
-      group.findings.push_back(MakeDiagnostic(CheckId::kMultiDriver, always.front(), "signal '" + name + "' driven in " + std::to_string(always.size()) +
+      group.findings.push_back(MakeDiagnostic(CheckId::kMultiDriver, always.front(),
+                                              "signal '" + name + "' driven in " + std::to_string(always.size()) +
                                                   " always blocks (lines: " + JoinLineNumbers(always) + ")"));
     }
     if (!driver.assignLines.empty() && !always.empty()) {

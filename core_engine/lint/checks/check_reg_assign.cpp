@@ -11,7 +11,8 @@ std::vector<Diagnostic> CheckRegAssign(const ModuleModel& model) {
       const SignalDecl* declaration = FindDeclaration(model, declarations, name);
       if (declaration == nullptr || !declaration->isReg || declaration->isLogic) continue;
       findings.push_back(
-          MakeDiagnostic(CheckId::kRegAssign, assign.line, "reg signal '" + name + "' cannot be assigned by continuous assignment (use wire instead)"));
+          MakeDiagnostic(CheckId::kRegAssign, assign.line,
+                         "reg signal '" + name + "' cannot be assigned by continuous assignment (use wire instead)"));
     }
   }
   return findings;

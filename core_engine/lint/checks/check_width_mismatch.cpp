@@ -103,7 +103,8 @@ std::vector<Diagnostic> CheckWidthMismatch(const ModuleModel& model) {
     const std::int32_t lhsWidth = target->second;
     const std::int32_t rhsWidth = ExpressionWidth(assign.rhs, widths);
     if (rhsWidth < 1 || rhsWidth == lhsWidth) continue;
-    findings.push_back(MakeDiagnostic(CheckId::kWidthMismatch, assign.line, "assign '" + assign.target + "' LHS=" + std::to_string(lhsWidth) +
+    findings.push_back(MakeDiagnostic(CheckId::kWidthMismatch, assign.line,
+                                      "assign '" + assign.target + "' LHS=" + std::to_string(lhsWidth) +
                                           "bit RHS=" + std::to_string(rhsWidth) + "bit"));
   }
   return findings;
