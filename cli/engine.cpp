@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <mutex>
 
 #include "quill.h"
 
@@ -55,13 +54,6 @@ std::optional<std::string> LintSource(std::string_view text) {
 std::optional<std::vector<unsigned char>> ClassifySource(std::string_view text) {
   if (text.size() > kMaxEngineText) return std::nullopt;
   if (text.empty()) return std::vector<unsigned char>();
-  // The classifier fills its word lists on its first call; that call runs
-  // alone, before any worker classifies a file.
-  static std::once_flag warmUp;
-  std::call_once(warmUp, [] {
-    unsigned char code = 0;
-    x4b7d(" ", 1, &code, 1);
-  });
   std::vector<unsigned char> classes(text.size());
   const auto length = static_cast<int32_t>(text.size());
   if (x4b7d(text.data(), length, classes.data(), length) != length) return std::nullopt;

@@ -14,7 +14,8 @@
 
 namespace {
 
-constexpr char kVersion[] = "core_engine v1.25";
+// "core_engine v<major>.<minor>", from the project version (CMakeLists.txt).
+constexpr char kVersion[] = QUILL_ENGINE_VERSION;
 
 // The text by the length rule: `length` bytes when positive, else up to the
 // NUL.

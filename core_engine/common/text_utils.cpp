@@ -2,30 +2,20 @@
 
 #include <algorithm>
 
-#include "common/pattern_table.h"
-
 namespace quill {
-namespace {
-
-char FoldAsciiCase(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-}  // namespace
-
 char LeadingByteLower(std::string_view s) {
   for (char c : s) {
-    if (IsPatternSpace(c)) continue;
-    return FoldAsciiCase(c);
+    if (IsSpaceByte(c)) continue;
+    return FoldAscii(c);
   }
   return '\0';
 }
 
 std::string_view LeadingPatternWord(std::string_view s) {
   std::size_t begin = 0;
-  while (begin < s.size() && IsPatternSpace(s[begin])) ++begin;
+  while (begin < s.size() && IsSpaceByte(s[begin])) ++begin;
   std::size_t end = begin;
-  while (end < s.size() && IsPatternWord(s[end])) ++end;
+  while (end < s.size() && IsWordByte(s[end])) ++end;
   return s.substr(begin, end - begin);
 }
 
@@ -33,7 +23,7 @@ bool IsOneOfIgnoringCase(std::string_view word, std::initializer_list<std::strin
   for (std::string_view candidate : words) {
     if (word.size() != candidate.size()) continue;
     std::size_t i = 0;
-    while (i < word.size() && FoldAsciiCase(word[i]) == candidate[i]) ++i;
+    while (i < word.size() && FoldAscii(word[i]) == candidate[i]) ++i;
     if (i == word.size()) return true;
   }
   return false;
@@ -41,7 +31,7 @@ bool IsOneOfIgnoringCase(std::string_view word, std::initializer_list<std::strin
 
 std::string TrimLeft(std::string_view s) {
   std::size_t first = 0;
-  while (first < s.size() && IsBlank(s[first])) ++first;
+  while (first < s.size() && IsBlankByte(s[first])) ++first;
   return std::string(s.substr(first));
 }
 
@@ -51,9 +41,9 @@ std::string Trim(std::string_view s) {
 
 std::string_view TrimmedView(std::string_view s) {
   std::size_t first = 0;
-  while (first < s.size() && IsBlank(s[first])) ++first;
+  while (first < s.size() && IsBlankByte(s[first])) ++first;
   std::size_t last = s.size();
-  while (last > first && IsBlank(s[last - 1])) --last;
+  while (last > first && IsBlankByte(s[last - 1])) --last;
   return s.substr(first, last - first);
 }
 
@@ -173,15 +163,6 @@ std::string RemoveLineComments(std::string_view text) {
 
 std::int32_t CountMatches(std::string_view s, const Pattern& pattern) {
   return pattern.Count(s);
-}
-
-bool StartsWithDeclKeyword(std::string_view line) {
-  std::size_t end = line.find_first_of(" \t");
-  std::string word(line.substr(0, end));
-  for (char& c : word) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return Patterns().kDeclKeywords.count(word) > 0;
 }
 
 }  // namespace quill

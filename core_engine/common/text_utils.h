@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "common/char_class.h"
 #include "common/pattern.h"
 
 namespace quill {
@@ -35,28 +36,6 @@ using TextLines = std::vector<std::string>;
 
 // The lines of a text as views into it (or into strings that outlive them).
 using LineViews = std::vector<std::string_view>;
-
-inline bool IsBlank(char c) {
-  return c == ' ' || c == '\t' || c == '\n' || c == '\r';
-}
-
-// \s of the patterns: the blanks plus vertical tab and form feed.
-inline bool IsPatternSpace(char c) {
-  return IsBlank(c) || c == '\v' || c == '\f';
-}
-
-// \w of the patterns: ASCII letters, digits and "_".
-inline constexpr std::array<bool, 256> kPatternWordBytes = [] {
-  std::array<bool, 256> word{};
-  for (int c = 0; c < 256; ++c) {
-    word[static_cast<std::size_t>(c)] =
-        (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
-  }
-  return word;
-}();
-inline bool IsPatternWord(char c) {
-  return kPatternWordBytes[static_cast<unsigned char>(c)];
-}
 
 // The text from its first non-blank byte on; "" when all blank.
 std::string TrimLeft(std::string_view s);
@@ -129,10 +108,6 @@ std::string RemoveLineComments(std::string_view text);
 
 // Number of matches of `pattern` iterated over `s` from left to right.
 std::int32_t CountMatches(std::string_view s, const Pattern& pattern);
-
-// Whether the line's first word (everything before the first space or TAB),
-// lower-cased, is a declaration keyword. Leading blanks are not skipped.
-bool StartsWithDeclKeyword(std::string_view line);
 
 }  // namespace quill
 

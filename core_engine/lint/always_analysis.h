@@ -5,16 +5,17 @@
 #include <string>
 #include <string_view>
 
+#include "common/name_set.h"
 #include "lint/module_model.h"
 
 namespace quill {
 
 // Fills the assignment lists, counts and latch verdict of one always block
 // from its body text, and records the body's identifier uses.
-void AnalyzeAlwaysBody(std::string_view body, AlwaysBlock& block, std::uint32_t bodyStartLine, ModuleModel& model);
+void AnalyzeAlwaysBody(std::string_view body, AlwaysBlock& block, std::uint32_t bodyStartLine, NameMap& firstUseLine);
 
 // Records every assignment with operator `op` ("<=" or "=") found in `text`.
-void ScanAssignments(std::string_view text, std::string_view op, std::uint32_t startLine, ModuleModel& model,
+void ScanAssignments(std::string_view text, std::string_view op, std::uint32_t startLine, NameMap& firstUseLine,
                      AlwaysBlock& block);
 
 // `text` without everything inside (and including) parentheses or brackets.

@@ -157,9 +157,9 @@ void CheckCaseDefaults(std::string_view work, AlwaysBlock& block) {
 
 }  // namespace
 
-void AnalyzeAlwaysBody(std::string_view body, AlwaysBlock& block, std::uint32_t bodyStartLine, ModuleModel& model) {
+void AnalyzeAlwaysBody(std::string_view body, AlwaysBlock& block, std::uint32_t bodyStartLine, NameMap& firstUseLine) {
   const std::string_view work = WorkCopy(body);
-  RecordUses(work, static_cast<std::int32_t>(bodyStartLine), model);
+  RecordUses(work, static_cast<std::int32_t>(bodyStartLine), firstUseLine);
 
   const std::string unparenthesized = StripParenthesized(work);
   const std::string bare = StripBracketed(unparenthesized);
@@ -172,8 +172,8 @@ void AnalyzeAlwaysBody(std::string_view body, AlwaysBlock& block, std::uint32_t 
     CheckCaseDefaults(work, block);
   }
 
-  ScanAssignments(unparenthesized, "<=", bodyStartLine, model, block);
-  ScanAssignments(unparenthesized, "=", bodyStartLine, model, block);
+  ScanAssignments(unparenthesized, "<=", bodyStartLine, firstUseLine, block);
+  ScanAssignments(unparenthesized, "=", bodyStartLine, firstUseLine, block);
 }
 
 }  // namespace quill

@@ -5,22 +5,20 @@
 
 namespace quill {
 
-void CollectUses(ModuleModel& model) {
-  for (const ContAssign& assign : model.assigns) {
-    RecordUses(assign.rhs, static_cast<std::int32_t>(assign.line), model);
+void CollectUses(const std::vector<ContAssign>& assigns, const std::vector<AlwaysBlock>& alwaysBlocks,
+                 NameMap& firstUseLine) {
+  for (const ContAssign& assign : assigns) {
+    RecordUses(assign.rhs, static_cast<std::int32_t>(assign.line), firstUseLine);
   }
-  for (const AlwaysBlock& block : model.alwaysBlocks) {
+  for (const AlwaysBlock& block : alwaysBlocks) {
     const std::string sensitivity = StripSizedLiterals(block.sensitivity);
     const auto line = static_cast<std::int32_t>(block.startLine);
-    ForEachIdentifier(sensitivity, [&model, line](std::string_view identifier) {
+    ForEachIdentifier(sensitivity, [&firstUseLine, line](std::string_view identifier) {
       // Edge words are keywords already; the explicit test is kept.
       if (IsKeyword(identifier) || IsNumberToken(identifier) || identifier == "posedge" || identifier == "negedge") {
         return;
       }
-      if (model.usedIdentifiers.find(identifier) == model.usedIdentifiers.end()) {
-        model.usedIdentifiers.emplace(identifier);
-      }
-      RecordFirstUse(model, identifier, line);
+      RecordFirstUse(firstUseLine, identifier, line);
     });
   }
 }

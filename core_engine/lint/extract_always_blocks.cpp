@@ -250,15 +250,19 @@ std::uint64_t RecordBytes(const AlwaysBlock& block) {
   return bytes;
 }
 
-// The analysis budget: bytes of body text scanned or copied per lint call.
 constexpr std::uint64_t kBudgetBase = 64u << 20;
 constexpr std::uint64_t kBudgetPerByte = 32;
 
 }  // namespace
 
-void ExtractAlwaysBlocks(std::string_view text, ModuleModel& model) {
+std::uint64_t AlwaysAnalysisBudget(std::size_t textSize) {
+  return kBudgetBase + kBudgetPerByte * textSize;
+}
+
+std::vector<AlwaysBlock> ExtractAlwaysBlocks(std::string_view text, std::uint64_t budget, NameMap& firstUseLine) {
+  std::vector<AlwaysBlock> blocks;
   std::vector<Candidate> candidates = FindCandidates(text);
-  if (candidates.empty()) return;
+  if (candidates.empty()) return blocks;
 
   std::vector<std::size_t> opens;
   for (const Candidate& candidate : candidates) {
@@ -275,7 +279,6 @@ void ExtractAlwaysBlocks(std::string_view text, ModuleModel& model) {
 
   const LineIndex lines(text);
   AnalysisCache cache;
-  model.analysisBudget = kBudgetBase + kBudgetPerByte * text.size();
   for (std::size_t k = 0; k < candidates.size(); ++k) {
     const Candidate& candidate = candidates[k];
     if (candidate.bodyEnd == kNoPosition) continue;
@@ -293,8 +296,8 @@ void ExtractAlwaysBlocks(std::string_view text, ModuleModel& model) {
                         cache.bodyEnd == candidate.bodyEnd && cache.isCombinational == block.isCombinational;
     // A reused analysis costs the copy of its records; a new one, its body.
     const std::uint64_t cost = reused ? cache.recordBytes : candidate.bodyEnd - candidate.bodyStart;
-    if (cost > model.analysisBudget) break;
-    model.analysisBudget -= cost;
+    if (cost > budget) break;
+    budget -= cost;
     if (reused) {
       block.assignedSignals = cache.assignedSignals;
       block.assignments = cache.assignments;
@@ -304,7 +307,7 @@ void ExtractAlwaysBlocks(std::string_view text, ModuleModel& model) {
       block.latchReason = cache.latchReason;
     } else {
       std::string_view body = text.substr(candidate.bodyStart, candidate.bodyEnd - candidate.bodyStart);
-      AnalyzeAlwaysBody(body, block, lines.LineAt(candidate.bodyStart), model);
+      AnalyzeAlwaysBody(body, block, lines.LineAt(candidate.bodyStart), firstUseLine);
       cache.valid = false;
       bool nextSharesBody = k + 1 < candidates.size() && candidates[k + 1].bodyStart == candidate.bodyStart &&
                             candidates[k + 1].bodyEnd == candidate.bodyEnd;
@@ -322,9 +325,9 @@ void ExtractAlwaysBlocks(std::string_view text, ModuleModel& model) {
         cache.recordBytes = RecordBytes(block);
       }
     }
-    for (const std::string& name : block.assignedSignals) model.drivenSignals.insert(name);
-    model.alwaysBlocks.push_back(std::move(block));
+    blocks.push_back(std::move(block));
   }
+  return blocks;
 }
 
 }  // namespace quill

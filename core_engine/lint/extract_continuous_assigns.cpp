@@ -80,13 +80,14 @@ std::vector<std::string> LhsNames(std::string_view lhs) {
   return names;
 }
 
-void ExtractContinuousAssigns(std::string_view text, ModuleModel& model) {
+std::vector<ContAssign> ExtractContinuousAssigns(std::string_view text) {
+  std::vector<ContAssign> assigns;
   const std::size_t n = text.size();
   LineCounter lines(text);
   std::size_t pos = 0;
   for (;;) {
     const std::size_t p = text.find(kAssignWord, pos);
-    if (p == kNone) return;
+    if (p == kNone) return assigns;
     pos = p + kAssignWord.size();
     // Part of a longer word ("deassign", "assignment", "assign_x", "assign(").
     if (p > 0 && IsWordByte(text[p - 1])) continue;
@@ -96,9 +97,9 @@ void ExtractContinuousAssigns(std::string_view text, ModuleModel& model) {
     // Without an operator, or without a ";" after it, no later assignment
     // can be complete: the step ends.
     const std::size_t op = FindAssignmentOperator(text, pos);
-    if (op == kNone) return;
+    if (op == kNone) return assigns;
     const std::size_t semicolon = text.find(';', op + 1);
-    if (semicolon == kNone) return;
+    if (semicolon == kNone) return assigns;
 
     ContAssign assign;
     assign.line = lines.LineAt(p);
@@ -106,8 +107,7 @@ void ExtractContinuousAssigns(std::string_view text, ModuleModel& model) {
     assign.rhs = TrimSpaceTabCr(text.substr(op + 1, semicolon - op - 1));
     assign.lhsNames = LhsNames(assign.lhs);
     if (!assign.lhsNames.empty()) assign.target = assign.lhsNames.front();
-    for (const std::string& name : assign.lhsNames) model.drivenSignals.emplace(name);
-    model.assigns.push_back(std::move(assign));
+    assigns.push_back(std::move(assign));
     pos = semicolon + 1;
   }
 }

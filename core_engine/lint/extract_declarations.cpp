@@ -126,7 +126,8 @@ SignalKind KindOf(std::string_view keyword, std::string_view type) {
 
 }  // namespace
 
-void ExtractDeclarations(std::string_view text, ModuleModel& model) {
+std::vector<SignalDecl> ExtractDeclarations(std::string_view text) {
+  std::vector<SignalDecl> signals;
   const DeclarationPatterns& patterns = CompiledPatterns();
   LineCursor lines(text);
   std::string_view line;
@@ -178,14 +179,13 @@ void ExtractDeclarations(std::string_view text, ModuleModel& model) {
       const std::string withoutBrackets = RemoveBracketGroups(piece);
       const std::string_view name = TrimOf(withoutBrackets, kTrimmed);
       if (IsSimpleIdentifier(name)) {
-        model.signals.push_back(SignalDecl{std::string(name), range, declLine, kind, isReg, isLogic});
-        model.declaredNames.emplace(name);
-        if (IsPortKind(kind)) model.portNames.emplace(name);
+        signals.push_back(SignalDecl{std::string(name), range, declLine, kind, isReg, isLogic});
       }
       if (comma == std::string_view::npos) break;
       pieceStart = comma + 1;
     }
   }
+  return signals;
 }
 
 }  // namespace quill

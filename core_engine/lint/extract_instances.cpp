@@ -227,7 +227,8 @@ class InstanceFinder {
 
 }  // namespace
 
-void ExtractInstances(std::string_view text, ModuleModel& model) {
+std::vector<InstanceRecord> ExtractInstances(std::string_view text, NameMap& firstUseLine) {
+  std::vector<InstanceRecord> instances;
   const std::vector<Line> lines = SplitAtLineFeeds(text);
   InstanceFinder finder(text, lines);
   LineCounter lineOf(text);
@@ -238,7 +239,7 @@ void ExtractInstances(std::string_view text, ModuleModel& model) {
       ++k;
       continue;
     }
-    model.instances.push_back(InstanceRecord{std::string(head.name), static_cast<std::uint32_t>(k)});
+    instances.push_back(InstanceRecord{std::string(head.name), static_cast<std::uint32_t>(k)});
 
     const std::size_t close = text.find(");", head.connections);
     const std::size_t stretchEnd = close == kNone ? text.size() : close + 2;
@@ -248,11 +249,12 @@ void ExtractInstances(std::string_view text, ModuleModel& model) {
     std::size_t end = 0;
     while (connections.Next(&begin, &end)) {
       const auto line = static_cast<std::int32_t>(lineOf.LineAt(head.connections + begin));
-      RecordUses(stretch.substr(begin, end - begin), line, model);
+      RecordUses(stretch.substr(begin, end - begin), line, firstUseLine);
     }
-    if (close == kNone) return;
+    if (close == kNone) return instances;
     k = static_cast<std::size_t>(lineOf.LineAt(close)) + 1;
   }
+  return instances;
 }
 
 }  // namespace quill

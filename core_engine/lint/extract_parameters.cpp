@@ -121,7 +121,8 @@ std::string TrimValue(std::string_view value) {
 
 }  // namespace
 
-void ExtractParameters(std::string_view text, ModuleModel& model) {
+std::vector<ParamDecl> ExtractParameters(std::string_view text) {
+  std::vector<ParamDecl> parameters;
   ParameterMatcher matcher(text);
   LineCounter lines(text);
   std::size_t i = 0;
@@ -142,10 +143,10 @@ void ExtractParameters(std::string_view text, ModuleModel& model) {
     parameter.name = std::string(text.substr(match->nameBegin, match->nameEnd - match->nameBegin));
     parameter.value = TrimValue(text.substr(match->valueBegin, match->valueEnd - match->valueBegin));
     parameter.line = lines.LineAt(start);
-    model.declaredNames.emplace(parameter.name);
-    model.parameters.push_back(std::move(parameter));
+    parameters.push_back(std::move(parameter));
     i = match->valueEnd;
   }
+  return parameters;
 }
 
 }  // namespace quill

@@ -6,20 +6,6 @@
 namespace quill {
 namespace {
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-}  // namespace
-
-std::string ToLowerAscii(std::string_view s) {
-  std::string lower(s);
-  for (char& c : lower) c = FoldAscii(c);
-  return lower;
-}
-
-namespace {
-
 // For each first letter (folded), the lengths of the keywords that start with
 // it, one bit per length. Most identifiers are ruled out here without hashing.
 struct KeywordShapes {
@@ -55,7 +41,7 @@ std::vector<std::string_view> ExtractIdentifiers(std::string_view text) {
 
 bool IsNumberToken(std::string_view word) {
   std::size_t digits = 0;
-  while (digits < word.size() && IsDigit(word[digits])) ++digits;
+  while (digits < word.size() && IsDigitByte(word[digits])) ++digits;
   if (digits == 0) return false;
   if (digits == word.size()) return true;
   if (word.size() != digits + 2 || word[digits] != '\'') return false;
@@ -77,23 +63,20 @@ std::string LeadingWord(std::string_view text) {
   return std::string(text.substr(start, end - start));
 }
 
-void RecordFirstUse(ModuleModel& model, std::string_view name, std::int32_t line) {
-  auto found = model.firstUseLine.find(name);
-  if (found == model.firstUseLine.end()) {
-    model.firstUseLine.emplace(std::string(name), line);
+void RecordFirstUse(NameMap& firstUseLine, std::string_view name, std::int32_t line) {
+  auto found = firstUseLine.find(name);
+  if (found == firstUseLine.end()) {
+    firstUseLine.emplace(std::string(name), line);
   } else if (line < found->second) {
     found->second = line;
   }
 }
 
-void RecordUses(std::string_view text, std::int32_t line, ModuleModel& model) {
+void RecordUses(std::string_view text, std::int32_t line, NameMap& firstUseLine) {
   const std::string stripped = StripSizedLiterals(text);
-  ForEachIdentifier(stripped, [&model, line](std::string_view identifier) {
+  ForEachIdentifier(stripped, [&firstUseLine, line](std::string_view identifier) {
     if (IsKeyword(identifier) || IsNumberToken(identifier)) return;
-    if (model.usedIdentifiers.find(identifier) == model.usedIdentifiers.end()) {
-      model.usedIdentifiers.emplace(identifier);
-    }
-    RecordFirstUse(model, identifier, line);
+    RecordFirstUse(firstUseLine, identifier, line);
   });
 }
 

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "lint/module_model.h"
+#include "common/name_set.h"
 #include "lint/word_scan.h"
 
 namespace quill {
@@ -49,11 +49,11 @@ std::string StripSizedLiterals(std::string_view text);
 std::string LeadingWord(std::string_view text);
 
 // Records a use of `name` at `line`, keeping the smallest line per name.
-void RecordFirstUse(ModuleModel& model, std::string_view name, std::int32_t line);
+void RecordFirstUse(NameMap& firstUseLine, std::string_view name, std::int32_t line);
 
 // Records every identifier of `text` that is not a keyword or number as used
 // at `line` (sized literals removed first).
-void RecordUses(std::string_view text, std::int32_t line, ModuleModel& model);
+void RecordUses(std::string_view text, std::int32_t line, NameMap& firstUseLine);
 
 }  // namespace quill
 

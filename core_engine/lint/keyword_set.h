@@ -1,7 +1,7 @@
 #ifndef QUILL_LINT_KEYWORD_SET_H_
 #define QUILL_LINT_KEYWORD_SET_H_
 
-#include "lint/name_set.h"
+#include "common/name_set.h"
 
 namespace quill {
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <optional>
 
 #include "common/pattern.h"
 #include "lint/checks/run_checks.h"
@@ -41,35 +42,22 @@ std::string PrepareText(std::string_view source) {
   return prepared;
 }
 
-namespace {
-
-// The steps that decide whether a text is linted at all: the module name and
-// the declarations.
-void BeginModuleModel(std::string_view prepared, ModuleModel& model) {
-  model.moduleName = FindModuleName(prepared);
-  ExtractDeclarations(prepared, model);
-}
-
-bool IsLinted(const ModuleModel& model) { return !model.moduleName.empty() || !model.signals.empty(); }
-
-void FinishModuleModel(std::string_view prepared, ModuleModel& model) {
-  ExtractParameters(prepared, model);
-  ExtractContinuousAssigns(prepared, model);
-  ExtractAlwaysBlocks(prepared, model);
-  ExtractInstances(prepared, model);
-  CollectUses(model);
-  CountIdentifiers(prepared, model);
-  CollectPortNames(prepared, model);
-}
-
-}  // namespace
-
-ModuleModel BuildModuleModel(std::string_view source) {
-  ModuleModel model;
-  if (source.empty()) return model;
+std::optional<ModuleModel> BuildModuleModel(std::string_view source) {
+  if (source.empty()) return std::nullopt;
   const std::string prepared = PrepareText(source);
-  BeginModuleModel(prepared, model);
-  FinishModuleModel(prepared, model);
+  ModuleModel model;
+  // The module name and the declarations decide whether the text is linted
+  // at all; the other steps run only for a text that has one of them.
+  model.moduleName = FindModuleName(prepared);
+  model.signals = ExtractDeclarations(prepared);
+  if (model.moduleName.empty() && model.signals.empty()) return std::nullopt;
+  model.parameters = ExtractParameters(prepared);
+  model.assigns = ExtractContinuousAssigns(prepared);
+  // Uses are recorded in this order: always bodies, instance connections,
+  // then assignment right-hand sides and sensitivity lists.
+  model.alwaysBlocks = ExtractAlwaysBlocks(prepared, AlwaysAnalysisBudget(prepared.size()), model.firstUseLine);
+  model.instances = ExtractInstances(prepared, model.firstUseLine);
+  CollectUses(model.assigns, model.alwaysBlocks, model.firstUseLine);
   return model;
 }
 
@@ -79,15 +67,9 @@ std::string LintText(std::string_view text) {
 
 std::string LintTextWith(std::string_view text, const CheckRunner& runChecks) {
   try {
-    // A text with neither a module header nor a declaration is not linted,
-    // so the steps after those two are not run for it.
-    if (text.empty()) return "[]";
-    ModuleModel model;
-    const std::string prepared = PrepareText(text);
-    BeginModuleModel(prepared, model);
-    if (!IsLinted(model)) return "[]";
-    FinishModuleModel(prepared, model);
-    return RenderReport(runChecks(model));
+    const std::optional<ModuleModel> model = BuildModuleModel(text);
+    if (!model) return "[]";
+    return RenderReport(runChecks(*model));
   } catch (const std::exception& error) {
     return ExceptionReport(error.what());
   } catch (...) {

@@ -2,10 +2,12 @@
 #define QUILL_LINT_LINT_TEXT_H_
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "lint/diagnostic.h"
 #include "lint/module_model.h"
 
 namespace quill {
@@ -14,9 +16,10 @@ namespace quill {
 // every TAB turned into a space; positions and line numbers are kept.
 std::string PrepareText(std::string_view source);
 
-// The model of one source text: every extraction step run in order on its
-// prepared text. An empty source gives an empty model.
-ModuleModel BuildModuleModel(std::string_view source);
+// The model of one source text: every step run in order on its prepared text.
+// A text with neither a module header nor a declaration is not linted: no
+// model, and the steps after those two are not run for it.
+std::optional<ModuleModel> BuildModuleModel(std::string_view source);
 
 // Lints one Verilog text and returns the JSON array of findings. An internal
 // failure becomes a "cpp-exception" finding; only a failure to allocate the

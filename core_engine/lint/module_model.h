@@ -9,16 +9,12 @@
 #include <string>
 #include <vector>
 
-#include "lint/name_set.h"
+#include "common/name_set.h"
 #include "lint/text_piece.h"
 
 namespace quill {
 
 enum class SignalKind : std::int32_t { kWire = 0, kReg = 1, kLogic = 2, kInput = 3, kOutput = 4, kInout = 5 };
-
-inline bool IsPortKind(SignalKind kind) {
-  return static_cast<std::uint32_t>(kind) - 3u < 3u;
-}
 
 struct SignalDecl {
   std::string name;
@@ -75,25 +71,10 @@ struct ModuleModel {
   std::vector<ParamDecl> parameters;
   std::vector<ContAssign> assigns;
   std::vector<AlwaysBlock> alwaysBlocks;
-  NameSet declaredNames;
-  NameSet usedIdentifiers;
-  NameSet drivenSignals;
-  NameMap firstUseLine;
-  NameMap identifierCounts;
   std::vector<InstanceRecord> instances;
-  NameSet portNames;
-  // Bytes the always-block analysis may still scan or copy. Block bodies
-  // that never end make the analysed text grow with the square of the
-  // input; past this budget further blocks are left out. Real sources never
-  // come near it.
-  std::uint64_t analysisBudget = UINT64_MAX;
-};
-
-struct Diagnostic {
-  std::string severity;
-  std::int32_t line = 0;
-  std::string check;
-  std::string message;
+  // The first line each name is read on (letter case ignored; the spelling
+  // of the first use recorded is kept).
+  NameMap firstUseLine;
 };
 
 }  // namespace quill

@@ -31,18 +31,20 @@ std::string EscapeJson(std::string_view s) {
 }
 
 std::string RenderReport(const std::vector<Diagnostic>& diagnostics) {
+  // Severity and check names are plain words from the check table: only the
+  // message needs escaping.
   std::string json = "[";
   for (std::size_t k = 0; k < diagnostics.size(); ++k) {
     const Diagnostic& diagnostic = diagnostics[k];
     if (k > 0) json += ',';
     json += "{\"severity\":\"";
-    json += EscapeJson(diagnostic.severity);
+    json += SeverityName(diagnostic.severity);
     json += "\",";
     json += "\"line\":";
     json += std::to_string(diagnostic.line);
     json += ",";
     json += "\"check\":\"";
-    json += EscapeJson(diagnostic.check);
+    json += LookUpCheck(diagnostic.check).name;
     json += "\",";
     json += "\"message\":\"";
     json += EscapeJson(diagnostic.message);

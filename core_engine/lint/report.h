@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "lint/module_model.h"
+#include "lint/diagnostic.h"
 
 namespace quill {
 

@@ -147,7 +147,7 @@ std::string StripBracketed(std::string_view text) {
   return StripNested(text, '[', ']');
 }
 
-void ScanAssignments(std::string_view text, std::string_view op, std::uint32_t startLine, ModuleModel& model,
+void ScanAssignments(std::string_view text, std::string_view op, std::uint32_t startLine, NameMap& firstUseLine,
                      AlwaysBlock& block) {
   if (op.empty()) return;
   const bool blocking = op == "=";
@@ -180,7 +180,7 @@ void ScanAssignments(std::string_view text, std::string_view op, std::uint32_t s
     }
     const std::size_t rhsEnd = stop == kNoPosition ? text.size() : stop;
     const std::uint32_t line = startLine + static_cast<std::uint32_t>(linesBefore);
-    if (sharedEnd.TakeUses()) RecordUses(text.substr(pos, rhsEnd - pos), static_cast<std::int32_t>(line), model);
+    if (sharedEnd.TakeUses()) RecordUses(text.substr(pos, rhsEnd - pos), static_cast<std::int32_t>(line), firstUseLine);
     std::size_t begin = pos;
     while (begin < rhsEnd && (text[begin] == ' ' || text[begin] == '\t' || text[begin] == '\r')) ++begin;
     const std::size_t end = sharedEnd.TrimmedEnd(text, begin);

@@ -1,25 +1,14 @@
-// Byte classes and word tests that the always-block analysis and the checks
-// share. They follow the linter's pattern rules: a word byte is [A-Za-z0-9_]
-// and white space is what \s and the C library's isspace accept (space, TAB,
-// LF, VT, FF, CR); bytes of 128 and above are neither.
+// Word tests that the always-block analysis and the checks share, on the
+// byte classes of common/char_class.h.
 #ifndef QUILL_LINT_WORD_SCAN_H_
 #define QUILL_LINT_WORD_SCAN_H_
 
 #include <cstddef>
 #include <string_view>
 
-#include "common/text_utils.h"
-#include "lint/name_set.h"
+#include "common/char_class.h"
 
 namespace quill {
-
-inline bool IsWordByte(char c) {
-  return IsPatternWord(c);
-}
-
-inline bool IsSpaceByte(char c) {
-  return IsPatternSpace(c);
-}
 
 // Whether `text` holds `word` at `pos`, ASCII letters compared without case.
 inline bool HasWordAtIgnoreCase(std::string_view text, std::size_t pos, std::string_view word) {

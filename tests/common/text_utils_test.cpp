@@ -10,10 +10,12 @@
 #include <utility>
 #include <vector>
 
-#include "common/pattern_table.h"
-
 namespace quill {
 namespace {
+
+// The patterns the comment scanners stand for.
+const Pattern kBlockCommentPattern(R"(/\*[\s\S]*?\*/)", CaseMode::kSensitive, LimitPolicy::kNoMatch);
+const Pattern kLineCommentPattern(R"(//[^\n]*)", CaseMode::kSensitive, LimitPolicy::kNoMatch);
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
@@ -29,7 +31,7 @@ std::string RandomText(std::mt19937* rng, std::string_view alphabet, std::size_t
 TEST(TextUtilsTest, BlankBytesAreSpaceTabLfAndCrOnly) {
   for (int value = 0; value < 256; ++value) {
     const char c = static_cast<char>(value);
-    EXPECT_EQ(IsBlank(c), value == ' ' || value == '\t' || value == '\n' || value == '\r') << value;
+    EXPECT_EQ(IsBlankByte(c), value == ' ' || value == '\t' || value == '\n' || value == '\r') << value;
   }
 }
 
@@ -161,50 +163,13 @@ TEST(TextUtilsTest, JoiningSplitLinesOfTextWithoutCrGivesItBack) {
   }
 }
 
-TEST(TextUtilsTest, StartsWithDeclKeyword) {
-  const std::vector<std::pair<std::string_view, bool>> cases = {
-      {"WIRE [3:0] a;", true},
-      {"wire;", false},
-      {" wire a;", false},
-      {"\twire a;", false},
-      {"wire", true},
-      {"wire\ta;", true},
-      {"wirE x", true},
-      {"wire\va;", false},
-      {"wire\r", false},
-      {"wire,", false},
-      {"always_ff @(posedge clk)", true},
-      {"Always_Comb", true},
-      {"integer i;", true},
-      {"genvar g;", true},
-      {"task t;", true},
-      {"function f;", true},
-      {"endmodule", true},
-      {"initial begin", true},
-      {"generate", true},
-      {"localparam W = 1;", true},
-      {"input a,", true},
-      {"output b", true},
-      {"inout c", true},
-      {"module m;", true},
-      {"assign a = b;", true},
-      {"begin", false},
-      {"end", false},
-      {"always_latch", false},
-      {"endgenerate", false},
-      {"", false},
-      {"wires a;", false},
-  };
-  for (const auto& [line, expected] : cases) EXPECT_EQ(StartsWithDeclKeyword(line), expected) << "\"" << line << "\"";
-}
-
 // Reference: the matches of the block comment pattern, each replaced by the
 // callback's result.
 std::string ReplaceEachMatchByPattern(std::string_view text,
                                       const std::function<std::string(std::string_view)>& replace) {
   std::string result;
   std::size_t copied = 0;
-  Patterns().kBlockCommentPattern.ForEachMatch(text, [&](const Match& m) {
+  kBlockCommentPattern.ForEachMatch(text, [&](const Match& m) {
     result.append(text.substr(copied, m.Begin() - copied));
     result.append(replace(m.Group()));
     copied = m.End();
@@ -301,17 +266,17 @@ TEST(TextUtilsTest, RemoveLineCommentsAgreesWithThePattern) {
   std::mt19937 rng(19);
   for (int round = 0; round < 3000; ++round) {
     const std::string text = RandomText(&rng, "/a\n\r", 24);
-    EXPECT_EQ(RemoveLineComments(text), Patterns().kLineCommentPattern.ReplaceAll(text, "")) << text;
+    EXPECT_EQ(RemoveLineComments(text), kLineCommentPattern.ReplaceAll(text, "")) << text;
   }
 }
 
 TEST(TextUtilsTest, CountMatches) {
-  EXPECT_EQ(CountMatches("begin end begin", Patterns().kBeginPattern), 2);
-  EXPECT_EQ(CountMatches("end else begin", Patterns().kEndPattern), 1);
-  EXPECT_EQ(CountMatches("casez case casex endcase", Patterns().kCasePattern), 3);
-  EXPECT_EQ(CountMatches("endcase endcase", Patterns().kEndcasePattern), 2);
-  EXPECT_EQ(CountMatches("", Patterns().kBeginPattern), 0);
-  EXPECT_EQ(CountMatches("beginend", Patterns().kBeginPattern), 0);
+  EXPECT_EQ(CountMatches("begin end begin", Pattern(R"(\bbegin\b)")), 2);
+  EXPECT_EQ(CountMatches("end else begin", Pattern(R"(\bend\b)")), 1);
+  EXPECT_EQ(CountMatches("casez case casex endcase", Pattern(R"(\bcase[zx]?\b)")), 3);
+  EXPECT_EQ(CountMatches("endcase endcase", Pattern(R"(\bendcase\b)")), 2);
+  EXPECT_EQ(CountMatches("", Pattern(R"(\bbegin\b)")), 0);
+  EXPECT_EQ(CountMatches("beginend", Pattern(R"(\bbegin\b)")), 0);
   // After an empty match the search resumes further on.
   const Pattern maybeX("x*");
   EXPECT_EQ(CountMatches("axb", maybeX), 4);

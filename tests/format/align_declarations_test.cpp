@@ -1,4 +1,4 @@
-#include "format/align_declarations.h"
+#include "format/passes/align_declarations.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
-#include "format/align_instances.h"
+#include "format/passes/align_instances.h"
+#include "support/corpus_files.h"
 
 #include <gtest/gtest.h>
 
@@ -483,23 +484,13 @@ TEST(AlignInstancesProperties, RandomTextsKeepLineCount) {
 
 // Real sources keep their line count, and a second run changes nothing.
 TEST(AlignInstancesProperties, CorpusFilesKeepLineCountAndSettle) {
-  const std::filesystem::path root(QUILL_CORPUS_DIR);
-  std::error_code error;
-  if (!std::filesystem::is_directory(root, error)) GTEST_SKIP() << "no corpus at " << root;
-  int files = 0;
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(root, error)) {
-    const std::string extension = entry.path().extension().string();
-    if (!entry.is_regular_file() || (extension != ".v" && extension != ".sv")) continue;
-    std::ifstream in(entry.path(), std::ios::binary);
-    std::ostringstream content;
-    content << in.rdbuf();
-    const std::string text = content.str();
-    const std::string once = AlignInstances(text);
-    EXPECT_EQ(SplitLines(once).size(), SplitLines(text).size()) << entry.path();
-    EXPECT_EQ(AlignInstances(once), once) << entry.path();
-    ++files;
+  const std::vector<CorpusSource> sources = CorpusSources({".v", ".sv"});
+  if (sources.empty()) GTEST_SKIP() << "no Verilog sources in " << QUILL_CORPUS_DIR;
+  for (const CorpusSource& source : sources) {
+    const std::string once = AlignInstances(source.text);
+    EXPECT_EQ(SplitLines(once).size(), SplitLines(source.text).size()) << source.path;
+    EXPECT_EQ(AlignInstances(once), once) << source.path;
   }
-  if (files == 0) GTEST_SKIP() << "no Verilog sources in " << root;
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "format/align_parameters.h"
+#include "format/passes/align_parameters.h"
 
 #include <gtest/gtest.h>
 

@@ -12,10 +12,11 @@
 #include <vector>
 
 #include "common/text_utils.h"
-#include "format/align_declarations.h"
-#include "format/align_parameters.h"
 #include "format/format_text.h"
-#include "format/layout_port_list.h"
+#include "format/passes/align_declarations.h"
+#include "format/passes/align_parameters.h"
+#include "format/passes/layout_port_list.h"
+#include "support/corpus_files.h"
 
 namespace quill {
 namespace {
@@ -161,20 +162,10 @@ INSTANTIATE_TEST_SUITE_P(Modules, AlignmentPipelineTest, testing::ValuesIn(kPipe
                            return std::string(param.param.name);
                          });
 
-std::vector<std::string> CorpusSources() {
-  std::vector<std::string> sources;
-  const std::filesystem::path root(QUILL_CORPUS_DIR);
-  std::error_code error;
-  if (!std::filesystem::is_directory(root, error)) return sources;
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(root, error)) {
-    const std::string extension = entry.path().extension().string();
-    if (!entry.is_regular_file() || (extension != ".v" && extension != ".sv")) continue;
-    std::ifstream in(entry.path(), std::ios::binary);
-    std::ostringstream content;
-    content << in.rdbuf();
-    sources.push_back(content.str());
-  }
-  return sources;
+std::vector<std::string> CorpusTexts() {
+  std::vector<std::string> texts;
+  for (CorpusSource& source : CorpusSources({".v", ".sv"})) texts.push_back(std::move(source.text));
+  return texts;
 }
 
 // Real sources keep their line count through each alignment pass, and the
@@ -182,7 +173,7 @@ std::vector<std::string> CorpusSources() {
 // port-list pass may: a "signed " cell keeps its space and gains the joining
 // one on every run.)
 TEST(AlignmentPassProperties, CorpusSourcesKeepLineCountAndSettle) {
-  const std::vector<std::string> sources = CorpusSources();
+  const std::vector<std::string> sources = CorpusTexts();
   if (sources.empty()) GTEST_SKIP() << "no Verilog sources in " << QUILL_CORPUS_DIR;
   for (const std::string& text : sources) {
     const std::size_t lineCount = SplitLines(text).size();

@@ -1,4 +1,4 @@
-#include "format/block_comments.h"
+#include "format/passes/block_comments.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>

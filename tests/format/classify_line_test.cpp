@@ -1,4 +1,4 @@
-#include "format/classify_line.h"
+#include "format/scan/classify_line.h"
 
 #include <gtest/gtest.h>
 

@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "format/align_instances.h"
 #include "format/format_text.h"
+#include "format/passes/align_instances.h"
 
 namespace quill {
 namespace {

@@ -1,4 +1,4 @@
-#include "format/find_instance.h"
+#include "format/scan/find_instance.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "format/flush_module_level.h"
+#include "format/passes/flush_module_level.h"
 
 #include <gtest/gtest.h>
 

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "common/text_utils.h"
-#include "format/block_comments.h"
 #include "format/format_text.h"
-#include "format/split_crowded_lines.h"
+#include "format/passes/block_comments.h"
+#include "format/passes/split_crowded_lines.h"
 
 namespace quill {
 namespace {

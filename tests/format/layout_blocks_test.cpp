@@ -1,4 +1,4 @@
-#include "format/layout_blocks.h"
+#include "format/passes/layout_blocks.h"
 
 #include <gtest/gtest.h>
 
@@ -12,9 +12,11 @@
 #include <vector>
 
 #include "common/pattern.h"
-#include "common/pattern_table.h"
 #include "common/text_utils.h"
-#include "format/block_spans.h"
+#include "format/reference_patterns.h"
+#include "format/scan/block_spans.h"
+#include "format/scan/pattern_table.h"
+#include "support/corpus_files.h"
 
 namespace quill {
 namespace {
@@ -37,7 +39,7 @@ int AlwaysEnd(const TextLines& lines, int start) {
   for (int i = start; i < n; ++i) {
     const std::string code = Code(lines[static_cast<std::size_t>(i)]);
     if (!seenBegin && p.kBeginPattern.Search(code)) seenBegin = true;
-    depth += CountMatches(code, p.kBeginPattern) - CountMatches(code, p.kEndPattern);
+    depth += CountMatches(code, p.kBeginPattern) - CountMatches(code, ReferencePatterns().kEndPattern);
     if (seenBegin && depth == 0) return i;
     if (!seenBegin && i > start && p.kStatementStartPattern.Search(Trim(lines[static_cast<std::size_t>(i)]))) {
       return i - 1;
@@ -82,9 +84,9 @@ void IndentBody(TextLines* lines, int start, int end) {
     if (t.empty()) continue;
     const std::string code = Code(t);
     const int b = CountMatches(code, p.kBeginPattern);
-    const int e = CountMatches(code, p.kEndPattern);
-    const int c = CountMatches(code, p.kCasePattern);
-    const int ec = CountMatches(code, p.kEndcasePattern);
+    const int e = CountMatches(code, ReferencePatterns().kEndPattern);
+    const int c = CountMatches(code, ReferencePatterns().kCasePattern);
+    const int ec = CountMatches(code, ReferencePatterns().kEndcasePattern);
     const std::int64_t level = depth - ec - e;
     const std::int64_t levels = (pendingIf ? 1 : 0) + (!hasBegin && i > start ? 1 : 0) + (pendingLabel ? 1 : 0) +
                                 std::max<std::int64_t>(level, 0);
@@ -96,7 +98,7 @@ void IndentBody(TextLines* lines, int start, int end) {
       const std::string rest = Trim(label.Group(2));
       pendingLabel = rest.empty() || rest.compare(0, 2, "//") == 0;
     }
-    pendingIf = p.kIfHeaderPattern.Search(code);
+    pendingIf = ReferencePatterns().kIfHeaderPattern.Search(code);
     depth += b - e + c - ec;
   }
 }
@@ -474,21 +476,11 @@ TEST(LayoutBlocksReferenceTest, RandomSpansIndentAsTheLineByLineAlgorithm) {
 // Real sources, as the pipeline hands them on (block comments already out of
 // the way is not needed here: the pass treats them as plain text).
 TEST(LayoutBlocksReferenceTest, CorpusFilesLayOutAsTheLineByLineAlgorithm) {
-  const std::filesystem::path root(QUILL_CORPUS_DIR);
-  std::error_code error;
-  if (!std::filesystem::is_directory(root, error)) GTEST_SKIP() << "no corpus at " << root;
-  int files = 0;
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(root, error)) {
-    const std::string extension = entry.path().extension().string();
-    if (!entry.is_regular_file() || (extension != ".v" && extension != ".sv")) continue;
-    std::ifstream in(entry.path(), std::ios::binary);
-    std::ostringstream content;
-    content << in.rdbuf();
-    const std::string text = content.str();
-    EXPECT_TRUE(SameText(LayoutBlocks(text), reference::Layout(text))) << entry.path();
-    ++files;
+  const std::vector<CorpusSource> sources = CorpusSources({".v", ".sv"});
+  if (sources.empty()) GTEST_SKIP() << "no Verilog sources in " << QUILL_CORPUS_DIR;
+  for (const CorpusSource& source : sources) {
+    EXPECT_TRUE(SameText(LayoutBlocks(source.text), reference::Layout(source.text))) << source.path;
   }
-  if (files == 0) GTEST_SKIP() << "no Verilog sources in " << root;
 }
 
 // The "if (...)" header test on lines made of the bytes that matter to it.

@@ -1,4 +1,4 @@
-#include "format/layout_port_list.h"
+#include "format/passes/layout_port_list.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "format/space_sections.h"
+#include "format/passes/space_sections.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "format/split_crowded_lines.h"
+#include "format/passes/split_crowded_lines.h"
 
 #include <gtest/gtest.h>
 

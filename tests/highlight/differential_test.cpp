@@ -15,6 +15,7 @@
 #include "class_notation.h"
 #include "highlight/ascii_class.h"
 #include "reference_classifier.h"
+#include "support/corpus_files.h"
 
 namespace quill::test {
 namespace {
@@ -159,19 +160,10 @@ TEST(DifferentialTest, CorpusConstraintAndScriptFiles) {
   const std::filesystem::path root(QUILL_CORPUS_DIR);
   std::error_code error;
   if (!std::filesystem::is_directory(root, error)) GTEST_SKIP() << "no corpus at " << root;
-  const std::vector<std::string> kExtensions = {".xdc", ".sdc", ".tcl", ".qsf", ".ucf", ".pcf",
-                                                ".cst", ".lpf", ".pdc", ".ccf", ".v"};
-  int files = 0;
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(root, error)) {
-    if (!entry.is_regular_file()) continue;
-    const std::string extension = entry.path().extension().string();
-    if (std::find(kExtensions.begin(), kExtensions.end(), extension) == kExtensions.end()) continue;
-    std::ifstream in(entry.path(), std::ios::binary);
-    const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    ExpectSameAsReference(text, entry.path().string());
-    ++files;
-  }
-  EXPECT_GT(files, 0);
+  const std::vector<CorpusSource> sources =
+      CorpusSources({".xdc", ".sdc", ".tcl", ".qsf", ".ucf", ".pcf", ".cst", ".lpf", ".pdc", ".ccf", ".v"});
+  for (const CorpusSource& source : sources) ExpectSameAsReference(source.text, source.path);
+  EXPECT_GT(sources.size(), 0u);
 }
 
 }  // namespace

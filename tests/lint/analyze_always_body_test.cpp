@@ -22,11 +22,11 @@ class AnalyzeAlwaysBodyTest : public ::testing::TestWithParam<BodyCase> {};
 
 TEST_P(AnalyzeAlwaysBodyTest, FillsTheBlock) {
   const BodyCase& c = GetParam();
-  ModuleModel model;
+  NameMap uses;
   AlwaysBlock block;
   block.isCombinational = c.isCombinational;
   block.isSequential = !c.isCombinational;
-  AnalyzeAlwaysBody(c.body, block, 0, model);
+  AnalyzeAlwaysBody(c.body, block, 0, uses);
   EXPECT_EQ(block.assignedSignals, c.assignedSignals);
   EXPECT_EQ(block.blockingCount, c.blockingCount);
   EXPECT_EQ(block.nonBlockingCount, c.nonBlockingCount);
@@ -154,10 +154,10 @@ INSTANTIATE_TEST_SUITE_P(
     [](const ::testing::TestParamInfo<BodyCase>& param) { return std::string(param.param.name); });
 
 TEST(AnalyzeAlwaysBodyTest, IndexedNonBlockingRecord) {
-  ModuleModel model;
+  NameMap uses;
   AlwaysBlock block;
   block.isSequential = true;
-  AnalyzeAlwaysBody("begin q[3] <= d; end", block, 2, model);
+  AnalyzeAlwaysBody("begin q[3] <= d; end", block, 2, uses);
   ASSERT_EQ(block.assignments.size(), 1u);
   EXPECT_EQ(block.assignments[0].target, "q");
   EXPECT_EQ(block.assignments[0].rhs, "d");
@@ -167,9 +167,9 @@ TEST(AnalyzeAlwaysBodyTest, IndexedNonBlockingRecord) {
 }
 
 TEST(AnalyzeAlwaysBodyTest, RecordsAllNonBlockingThenAllBlocking) {
-  ModuleModel model;
+  NameMap uses;
   AlwaysBlock block;
-  AnalyzeAlwaysBody("begin\n a = 1;\n b <= 2;\n c = 3;\nend", block, 7, model);
+  AnalyzeAlwaysBody("begin\n a = 1;\n b <= 2;\n c = 3;\nend", block, 7, uses);
   ASSERT_EQ(block.assignments.size(), 3u);
   EXPECT_EQ(block.assignments[0].target, "b");
   EXPECT_EQ(block.assignments[0].line, 9u);
@@ -180,10 +180,10 @@ TEST(AnalyzeAlwaysBodyTest, RecordsAllNonBlockingThenAllBlocking) {
 }
 
 TEST(AnalyzeAlwaysBodyTest, AssignmentAfterTwoLineConditionDriftsUp) {
-  ModuleModel model;
+  NameMap uses;
   AlwaysBlock block;
   block.isCombinational = true;
-  AnalyzeAlwaysBody("begin\n  if (a &&\n      b)\n    y = c;\n  else\n    y = d;\nend", block, 0, model);
+  AnalyzeAlwaysBody("begin\n  if (a &&\n      b)\n    y = c;\n  else\n    y = d;\nend", block, 0, uses);
   ASSERT_EQ(block.assignments.size(), 2u);
   EXPECT_EQ(block.assignments[0].target, "y");
   EXPECT_EQ(block.assignments[0].line, 2u);  // written on line 3
@@ -192,9 +192,9 @@ TEST(AnalyzeAlwaysBodyTest, AssignmentAfterTwoLineConditionDriftsUp) {
 
 TEST(AnalyzeAlwaysBodyTest, SecondEqualWithBlankIsStillScanned) {
   // The target scan rejects "a = = b", the operator scan does not.
-  ModuleModel model;
+  NameMap uses;
   AlwaysBlock block;
-  AnalyzeAlwaysBody("a = = b;", block, 0, model);
+  AnalyzeAlwaysBody("a = = b;", block, 0, uses);
   EXPECT_TRUE(block.assignedSignals.empty());
   EXPECT_EQ(block.blockingCount, 0u);
   ASSERT_EQ(block.assignments.size(), 1u);
@@ -203,19 +203,19 @@ TEST(AnalyzeAlwaysBodyTest, SecondEqualWithBlankIsStillScanned) {
 }
 
 TEST(AnalyzeAlwaysBodyTest, EveryBodyIdentifierIsUsedAtTheBodyLine) {
-  ModuleModel model;
+  NameMap uses;
   AlwaysBlock block;
-  AnalyzeAlwaysBody("BEGIN\n\n y = a + 4'b1010;\n END", block, 5, model);
-  EXPECT_EQ(model.usedIdentifiers.size(), 2u);
-  EXPECT_EQ(model.firstUseLine.at("y"), 5);
-  EXPECT_EQ(model.firstUseLine.at("a"), 5);
-  EXPECT_EQ(model.usedIdentifiers.count("b1010"), 0u);
+  AnalyzeAlwaysBody("BEGIN\n\n y = a + 4'b1010;\n END", block, 5, uses);
+  EXPECT_EQ(uses.size(), 2u);
+  EXPECT_EQ(uses.at("y"), 5);
+  EXPECT_EQ(uses.at("a"), 5);
+  EXPECT_EQ(uses.count("b1010"), 0u);
 }
 
 TEST(AnalyzeAlwaysBodyTest, OnlyOneLeadingBeginAndTrailingEndAreCut) {
-  ModuleModel model;
+  NameMap uses;
   AlwaysBlock block;
-  AnalyzeAlwaysBody("  begin\n  beginner = 1; ender = 2; end  \n end \n", block, 0, model);
+  AnalyzeAlwaysBody("  begin\n  beginner = 1; ender = 2; end  \n end \n", block, 0, uses);
   EXPECT_EQ(block.assignedSignals, (std::vector<std::string>{"beginner", "ender"}));
 }
 
@@ -225,10 +225,10 @@ TEST(AnalyzeAlwaysBodyTest, TenThousandNestedCaseStatementsFinish) {
   body += "y = 1;\n";
   for (int i = 0; i < 10000; ++i) body += "endcase\n";
   body += "end";
-  ModuleModel model;
+  NameMap uses;
   AlwaysBlock block;
   block.isCombinational = true;
-  AnalyzeAlwaysBody(body, block, 0, model);
+  AnalyzeAlwaysBody(body, block, 0, uses);
   EXPECT_TRUE(block.latchRisk);
   // Each nested statement runs to the end of the body; only the innermost
   // one ends at its own endcase. None has a default.
@@ -243,19 +243,19 @@ TEST(AnalyzeAlwaysBodyTest, NestedCaseWithDefaultAtEndCoversAllButInnermost) {
   body += "y = 1;\n";
   for (int i = 0; i < 10000; ++i) body += "endcase\n";
   body += "default: y = 0;\nend";
-  ModuleModel model;
+  NameMap uses;
   AlwaysBlock block;
   block.isCombinational = true;
-  AnalyzeAlwaysBody(body, block, 0, model);
+  AnalyzeAlwaysBody(body, block, 0, uses);
   EXPECT_EQ(block.latchReason, "case without default");
 }
 
 TEST(AnalyzeAlwaysBodyTest, ExtraEndcaseDoesNotExtendSingleCase) {
   // "endcase endcase" after a single case: the first ends it.
-  ModuleModel model;
+  NameMap uses;
   AlwaysBlock block;
   block.isCombinational = true;
-  AnalyzeAlwaysBody("begin case (a) 0: y = 1; endcase endcase default: y = 2; end", block, 0, model);
+  AnalyzeAlwaysBody("begin case (a) 0: y = 1; endcase endcase default: y = 2; end", block, 0, uses);
   EXPECT_EQ(block.latchReason, "case without default");
 }
 

@@ -30,10 +30,10 @@ TEST(CheckBlockingAssignTest, CountsAndOrderFromTheModel) {
   model.alwaysBlocks.push_back(Counted(15, true, true, 0, 0));
   EXPECT_EQ(CheckBlockingAssign(model),
             (std::vector<Diagnostic>{
-                Finding("warning", 4, "blocking-assign", "sequential always uses '=' (2x), suggest '<='"),
-                Finding("warning", 8, "blocking-assign", "combinational always uses '<=' (1x), suggest '='"),
-                Finding("warning", 11, "blocking-assign", "sequential always uses '=' (1x), suggest '<='"),
-                Finding("warning", 11, "blocking-assign", "combinational always uses '<=' (7x), suggest '='")}));
+                Finding(CheckId::kBlockingAssign, 4, "sequential always uses '=' (2x), suggest '<='"),
+                Finding(CheckId::kBlockingAssign, 8, "combinational always uses '<=' (1x), suggest '='"),
+                Finding(CheckId::kBlockingAssign, 11, "sequential always uses '=' (1x), suggest '<='"),
+                Finding(CheckId::kBlockingAssign, 11, "combinational always uses '<=' (7x), suggest '='")}));
 }
 
 struct ExtractedCase {
@@ -46,7 +46,7 @@ class CheckBlockingAssignExtractedTest : public ::testing::TestWithParam<Extract
 
 TEST_P(CheckBlockingAssignExtractedTest, Reports) {
   ModuleModel model;
-  ExtractAlwaysBlocks(GetParam().text, model);
+  test::AddAlwaysBlocks(GetParam().text, model);
   EXPECT_EQ(CheckBlockingAssign(model), GetParam().expected);
 }
 
@@ -55,17 +55,17 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         ExtractedCase{"BlockingInClockedBlock",
                       "\nalways @(posedge clk) begin a = 1; b <= 2; end",
-                      {Finding("warning", 1, "blocking-assign", "sequential always uses '=' (1x), suggest '<='")}},
+                      {Finding(CheckId::kBlockingAssign, 1, "sequential always uses '=' (1x), suggest '<='")}},
         ExtractedCase{"NonBlockingInCombinationalBlock",
                       "always @(*) y <= a;",
-                      {Finding("warning", 0, "blocking-assign", "combinational always uses '<=' (1x), suggest '='")}},
+                      {Finding(CheckId::kBlockingAssign, 0, "combinational always uses '<=' (1x), suggest '='")}},
         ExtractedCase{"BothKindsSequentialFirst",
                       "always @(posedge clk or *) begin a = 1; b <= 2; end",
-                      {Finding("warning", 0, "blocking-assign", "sequential always uses '=' (1x), suggest '<='"),
-                       Finding("warning", 0, "blocking-assign", "combinational always uses '<=' (1x), suggest '='")}},
+                      {Finding(CheckId::kBlockingAssign, 0, "sequential always uses '=' (1x), suggest '<='"),
+                       Finding(CheckId::kBlockingAssign, 0, "combinational always uses '<=' (1x), suggest '='")}},
         ExtractedCase{"DuplicatesCounted",
                       "always @(posedge clk) begin q = a; q = b; end",
-                      {Finding("warning", 0, "blocking-assign", "sequential always uses '=' (2x), suggest '<='")}},
+                      {Finding(CheckId::kBlockingAssign, 0, "sequential always uses '=' (2x), suggest '<='")}},
         ExtractedCase{"CleanBlocks", "always @(posedge clk) q <= d;\nalways @(*) y = a;", {}},
         ExtractedCase{"NoBlocks", "assign y = a;", {}}),
     [](const ::testing::TestParamInfo<ExtractedCase>& param) { return std::string(param.param.name); });

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
+#include "lint/always_analysis.h"
 #include "lint/check_test_support.h"
 #include "lint/checks/checks.h"
-#include "lint/always_analysis.h"
 #include "lint/steps.h"
 
 namespace quill {
@@ -33,7 +33,7 @@ TEST_P(CheckCombLoopAssignTest, SearchesTheWholeWord) {
   std::vector<Diagnostic> expected;
   if (GetParam().reported) {
     expected.push_back(
-        Finding("warning", 3, "comb-loop", "assign '" + GetParam().lhsNames.front() + "' feeds back to itself"));
+        Finding(CheckId::kCombLoop, 3, "assign '" + GetParam().lhsNames.front() + "' feeds back to itself"));
   }
   EXPECT_EQ(CheckCombLoop(model), expected);
 }
@@ -61,9 +61,9 @@ TEST(CheckCombLoopTest, EveryNameOfAConcatenation) {
   model.assigns.push_back(Assign(1, "{c, s}", {"c", "s"}, "s + c_in"));
   model.assigns.push_back(Assign(2, "{ {a, b}, c }", {"", "c"}, "c"));
   EXPECT_EQ(CheckCombLoop(model),
-            (std::vector<Diagnostic>{Finding("warning", 1, "comb-loop", "assign 's' feeds back to itself"),
-                                     Finding("warning", 2, "comb-loop", "assign '' feeds back to itself"),
-                                     Finding("warning", 2, "comb-loop", "assign 'c' feeds back to itself")}));
+            (std::vector<Diagnostic>{Finding(CheckId::kCombLoop, 1, "assign 's' feeds back to itself"),
+                                     Finding(CheckId::kCombLoop, 2, "assign '' feeds back to itself"),
+                                     Finding(CheckId::kCombLoop, 2, "assign 'c' feeds back to itself")}));
 }
 
 TEST(CheckCombLoopTest, AlwaysRecordsOfNonSequentialBlocksAfterAssigns) {
@@ -77,9 +77,9 @@ TEST(CheckCombLoopTest, AlwaysRecordsOfNonSequentialBlocksAfterAssigns) {
   model.alwaysBlocks = {combinational, sequential, both};
   model.assigns.push_back(Assign(9, "n", "n"));
   EXPECT_EQ(CheckCombLoop(model),
-            (std::vector<Diagnostic>{Finding("warning", 9, "comb-loop", "assign 'n' feeds back to itself"),
-                                     Finding("warning", 2, "comb-loop", "signal 'x' feeds back to itself in always"),
-                                     Finding("warning", 4, "comb-loop", "signal 'X' feeds back to itself in always")}));
+            (std::vector<Diagnostic>{Finding(CheckId::kCombLoop, 9, "assign 'n' feeds back to itself"),
+                                     Finding(CheckId::kCombLoop, 2, "signal 'x' feeds back to itself in always"),
+                                     Finding(CheckId::kCombLoop, 4, "signal 'X' feeds back to itself in always")}));
 }
 
 struct ExtractedCase {
@@ -92,7 +92,7 @@ class CheckCombLoopExtractedTest : public ::testing::TestWithParam<ExtractedCase
 
 TEST_P(CheckCombLoopExtractedTest, Reports) {
   ModuleModel model;
-  ExtractAlwaysBlocks(GetParam().text, model);
+  test::AddAlwaysBlocks(GetParam().text, model);
   EXPECT_EQ(CheckCombLoop(model), GetParam().expected);
 }
 
@@ -100,14 +100,14 @@ INSTANTIATE_TEST_SUITE_P(
     Cases, CheckCombLoopExtractedTest,
     ::testing::Values(ExtractedCase{"XorWithItself",
                                     "\nalways @(*) x = x ^ y;",
-                                    {Finding("warning", 1, "comb-loop", "signal 'x' feeds back to itself in always")}},
+                                    {Finding(CheckId::kCombLoop, 1, "signal 'x' feeds back to itself in always")}},
                       ExtractedCase{"SequentialCounter", "always @(posedge clk) cnt <= cnt + 1;", {}},
                       ExtractedCase{"IfElseWithoutFeedback", "always @(*) begin if (s) y = a; else y = b; end", {}},
                       ExtractedCase{"OnlyTheFirstLineOfTheRightHandSide", "always @(*) y = a +\n y;", {}},
                       ExtractedCase{"NonBlockingRecordsFirst",
                                     "always @(*) begin\n a = a + 1;\n b <= b;\nend",
-                                    {Finding("warning", 2, "comb-loop", "signal 'b' feeds back to itself in always"),
-                                     Finding("warning", 1, "comb-loop", "signal 'a' feeds back to itself in always")}}),
+                                    {Finding(CheckId::kCombLoop, 2, "signal 'b' feeds back to itself in always"),
+                                     Finding(CheckId::kCombLoop, 1, "signal 'a' feeds back to itself in always")}}),
     [](const ::testing::TestParamInfo<ExtractedCase>& param) { return std::string(param.param.name); });
 
 // Whether `name` stands in `text` as a whole word, ignoring ASCII case: the
@@ -146,11 +146,11 @@ TEST(CheckCombLoopChainTest, LinksSharingAnEndAgreeWithAPlainSearch) {
     ModuleModel model;
     AlwaysBlock block;
     block.isCombinational = true;
-    AnalyzeAlwaysBody(body, block, 0, model);
+    AnalyzeAlwaysBody(body, block, 0, model.firstUseLine);
     std::vector<Diagnostic> expected;
     for (const AssignmentRecord& record : block.assignments) {
       if (!HasWholeWord(record.rhs.View(), record.target)) continue;
-      expected.push_back(Finding("warning", 0, "comb-loop", "signal '" + record.target + "' feeds back to itself in always"));
+      expected.push_back(Finding(CheckId::kCombLoop, 0, "signal '" + record.target + "' feeds back to itself in always"));
     }
     model.alwaysBlocks.push_back(block);
     EXPECT_EQ(CheckCombLoop(model), expected) << body;
@@ -163,10 +163,10 @@ TEST(CheckCombLoopChainTest, TargetOnlyBeforeItsOwnRightHandSide) {
   block.isCombinational = true;
   std::string filler;
   for (int i = 0; i < 300; ++i) filler += "w ";
-  AnalyzeAlwaysBody("Q = x = q = " + filler + ";", block, 4, model);
+  AnalyzeAlwaysBody("Q = x = q = " + filler + ";", block, 4, model.firstUseLine);
   model.alwaysBlocks.push_back(block);
   EXPECT_EQ(CheckCombLoop(model),
-            std::vector<Diagnostic>{Finding("warning", 4, "comb-loop", "signal 'Q' feeds back to itself in always")});
+            std::vector<Diagnostic>{Finding(CheckId::kCombLoop, 4, "signal 'Q' feeds back to itself in always")});
 }
 
 }  // namespace

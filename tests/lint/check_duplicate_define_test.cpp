@@ -34,8 +34,8 @@ TEST(CheckDuplicateDefineTest, SameKindTwice) {
   model.signals.push_back(Signal("i", SignalKind::kInput, 6));
   model.signals.push_back(Signal("i", SignalKind::kInput, 7));
   EXPECT_EQ(CheckDuplicateDefine(model),
-            (std::vector<Diagnostic>{Finding("warning", 5, "dupli-define", "signal 'w' defined 2 times"),
-                                     Finding("warning", 7, "dupli-define", "signal 'i' defined 2 times")}));
+            (std::vector<Diagnostic>{Finding(CheckId::kDuplicateDefine, 5, "signal 'w' defined 2 times"),
+                                     Finding(CheckId::kDuplicateDefine, 7, "signal 'i' defined 2 times")}));
 }
 
 TEST(CheckDuplicateDefineTest, OtherPairsReported) {
@@ -48,9 +48,9 @@ TEST(CheckDuplicateDefineTest, OtherPairsReported) {
   model.signals.push_back(Signal("c", SignalKind::kWire, 5));
   model.signals.push_back(Signal("c", SignalKind::kLogic, 6));
   EXPECT_EQ(CheckDuplicateDefine(model),
-            (std::vector<Diagnostic>{Finding("warning", 1, "dupli-define", "signal 'q' defined 2 times"),
-                                     Finding("warning", 3, "dupli-define", "signal 'a' defined 2 times"),
-                                     Finding("warning", 5, "dupli-define", "signal 'c' defined 3 times")}));
+            (std::vector<Diagnostic>{Finding(CheckId::kDuplicateDefine, 1, "signal 'q' defined 2 times"),
+                                     Finding(CheckId::kDuplicateDefine, 3, "signal 'a' defined 2 times"),
+                                     Finding(CheckId::kDuplicateDefine, 5, "signal 'c' defined 3 times")}));
 }
 
 TEST(CheckDuplicateDefineTest, GroupedByExactSpelling) {
@@ -70,8 +70,8 @@ TEST(CheckDuplicateDefineTest, ParametersAfterSignals) {
   model.signals.push_back(Signal("x", SignalKind::kReg, 4));
   model.signals.push_back(Signal("x", SignalKind::kReg, 8));
   EXPECT_EQ(CheckDuplicateDefine(model),
-            (std::vector<Diagnostic>{Finding("warning", 8, "dupli-define", "signal 'x' defined 2 times"),
-                                     Finding("warning", 1, "dupli-define", "parameter 'N' defined 3 times")}));
+            (std::vector<Diagnostic>{Finding(CheckId::kDuplicateDefine, 8, "signal 'x' defined 2 times"),
+                                     Finding(CheckId::kDuplicateDefine, 1, "parameter 'N' defined 3 times")}));
 }
 
 TEST(CheckDuplicateDefineTest, EachPassOrderedBySecondLineThenName) {
@@ -89,12 +89,12 @@ TEST(CheckDuplicateDefineTest, EachPassOrderedBySecondLineThenName) {
   model.parameters.push_back(Parameter("P", 6));
   model.parameters.push_back(Parameter("Q", 6));
   EXPECT_EQ(CheckDuplicateDefine(model),
-            (std::vector<Diagnostic>{Finding("warning", 1, "dupli-define", "signal 'z' defined 2 times"),
-                                     Finding("warning", 2, "dupli-define", "signal 'B' defined 2 times"),
-                                     Finding("warning", 2, "dupli-define", "signal 'a' defined 2 times"),
-                                     Finding("warning", 2, "dupli-define", "signal 'b' defined 2 times"),
-                                     Finding("warning", 6, "dupli-define", "parameter 'P' defined 2 times"),
-                                     Finding("warning", 6, "dupli-define", "parameter 'Q' defined 2 times")}));
+            (std::vector<Diagnostic>{Finding(CheckId::kDuplicateDefine, 1, "signal 'z' defined 2 times"),
+                                     Finding(CheckId::kDuplicateDefine, 2, "signal 'B' defined 2 times"),
+                                     Finding(CheckId::kDuplicateDefine, 2, "signal 'a' defined 2 times"),
+                                     Finding(CheckId::kDuplicateDefine, 2, "signal 'b' defined 2 times"),
+                                     Finding(CheckId::kDuplicateDefine, 6, "parameter 'P' defined 2 times"),
+                                     Finding(CheckId::kDuplicateDefine, 6, "parameter 'Q' defined 2 times")}));
 }
 
 }  // namespace

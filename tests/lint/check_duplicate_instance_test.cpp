@@ -17,7 +17,7 @@ TEST(CheckDuplicateInstanceTest, TwiceReportedAtTheSecond) {
   model.instances = {{"u0", 10}, {"u1", 12}, {"u0", 14}};
   EXPECT_EQ(CheckDuplicateInstance(model),
             (std::vector<Diagnostic>{
-                Finding("error", 14, "dupli-inst", "instance 'u0' instantiated 2 times (lines: 11, 15)")}));
+                Finding(CheckId::kDuplicateInstance, 14, "instance 'u0' instantiated 2 times (lines: 11, 15)")}));
 }
 
 TEST(CheckDuplicateInstanceTest, AllLinesInListOrder) {
@@ -25,7 +25,7 @@ TEST(CheckDuplicateInstanceTest, AllLinesInListOrder) {
   model.instances = {{"u", 9}, {"u", 3}, {"u", 3}, {"u", 0}};
   EXPECT_EQ(CheckDuplicateInstance(model),
             (std::vector<Diagnostic>{
-                Finding("error", 3, "dupli-inst", "instance 'u' instantiated 4 times (lines: 10, 4, 4, 1)")}));
+                Finding(CheckId::kDuplicateInstance, 3, "instance 'u' instantiated 4 times (lines: 10, 4, 4, 1)")}));
 }
 
 TEST(CheckDuplicateInstanceTest, GroupedByExactSpelling) {
@@ -37,11 +37,11 @@ TEST(CheckDuplicateInstanceTest, GroupedByExactSpelling) {
 TEST(CheckDuplicateInstanceTest, OrderedBySecondLineThenName) {
   ModuleModel model;
   model.instances = {{"c", 0}, {"b", 1}, {"a", 2}, {"c", 5}, {"b", 5}, {"a", 3}};
-  EXPECT_EQ(
-      CheckDuplicateInstance(model),
-      (std::vector<Diagnostic>{Finding("error", 3, "dupli-inst", "instance 'a' instantiated 2 times (lines: 3, 4)"),
-                               Finding("error", 5, "dupli-inst", "instance 'b' instantiated 2 times (lines: 2, 6)"),
-                               Finding("error", 5, "dupli-inst", "instance 'c' instantiated 2 times (lines: 1, 6)")}));
+  EXPECT_EQ(CheckDuplicateInstance(model),
+            (std::vector<Diagnostic>{
+                Finding(CheckId::kDuplicateInstance, 3, "instance 'a' instantiated 2 times (lines: 3, 4)"),
+                Finding(CheckId::kDuplicateInstance, 5, "instance 'b' instantiated 2 times (lines: 2, 6)"),
+                Finding(CheckId::kDuplicateInstance, 5, "instance 'c' instantiated 2 times (lines: 1, 6)")}));
 }
 
 }  // namespace

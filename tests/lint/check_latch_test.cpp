@@ -26,14 +26,14 @@ TEST(CheckLatchTest, ReportsTheReasonAtTheAlwaysLine) {
   ModuleModel model;
   model.alwaysBlocks.push_back(LatchBlock(12, false, true, true, "if without else (if:2 else:1)"));
   EXPECT_EQ(CheckLatch(model),
-            (std::vector<Diagnostic>{Finding("warning", 12, "latch", "if without else (if:2 else:1)")}));
+            (std::vector<Diagnostic>{Finding(CheckId::kLatch, 12, "if without else (if:2 else:1)")}));
 }
 
 TEST(CheckLatchTest, EmptyReasonGivesTheGeneralMessage) {
   ModuleModel model;
   model.alwaysBlocks.push_back(LatchBlock(3, false, true, true, ""));
   EXPECT_EQ(CheckLatch(model),
-            (std::vector<Diagnostic>{Finding("warning", 3, "latch", "potential latch in combinational always")}));
+            (std::vector<Diagnostic>{Finding(CheckId::kLatch, 3, "potential latch in combinational always")}));
 }
 
 TEST(CheckLatchTest, OneFindingPerBlockWhateverTheCauses) {
@@ -44,8 +44,8 @@ TEST(CheckLatchTest, OneFindingPerBlockWhateverTheCauses) {
   EXPECT_EQ(
       CheckLatch(model),
       (std::vector<Diagnostic>{
-          Finding("warning", 0, "latch", "if without else (if:1 else:0); case without default; case without default"),
-          Finding("warning", 9, "latch", "case without default")}));
+          Finding(CheckId::kLatch, 0, "if without else (if:1 else:0); case without default; case without default"),
+          Finding(CheckId::kLatch, 9, "case without default")}));
 }
 
 TEST(CheckLatchTest, NeedsBothCombinationalAndRisk) {
@@ -57,23 +57,23 @@ TEST(CheckLatchTest, NeedsBothCombinationalAndRisk) {
 
 TEST(CheckLatchTest, BalancedBlockWithDefaultsHasNoFinding) {
   ModuleModel model;
-  ExtractAlwaysBlocks(
+  test::AddAlwaysBlocks(
       "always @(*) begin\n if (a) y = 1; else y = 0;\n case (s) 0: z = 1; default: z = 0; endcase\nend\n", model);
   EXPECT_TRUE(CheckLatch(model).empty());
 }
 
 TEST(CheckLatchTest, SequentialBlockNeverChecked) {
   ModuleModel model;
-  ExtractAlwaysBlocks("always @(posedge clk) begin\n if (en) q <= d;\nend\n", model);
+  test::AddAlwaysBlocks("always @(posedge clk) begin\n if (en) q <= d;\nend\n", model);
   EXPECT_TRUE(CheckLatch(model).empty());
 }
 
 TEST(CheckLatchTest, ExtractedCombinationalBlock) {
   ModuleModel model;
-  ExtractAlwaysBlocks("\n\nalways @(*) begin\n if (en) y = a;\n case (s) 0: z = 1; endcase\nend\n", model);
+  test::AddAlwaysBlocks("\n\nalways @(*) begin\n if (en) y = a;\n case (s) 0: z = 1; endcase\nend\n", model);
   EXPECT_EQ(
       CheckLatch(model),
-      (std::vector<Diagnostic>{Finding("warning", 2, "latch", "if without else (if:1 else:0); case without default")}));
+      (std::vector<Diagnostic>{Finding(CheckId::kLatch, 2, "if without else (if:1 else:0); case without default")}));
 }
 
 }  // namespace

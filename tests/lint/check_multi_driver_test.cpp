@@ -20,7 +20,7 @@ TEST(CheckMultiDriverTest, TwoAlwaysBlocks) {
   model.alwaysBlocks.push_back(Block(9, true, false, {"q"}));
   EXPECT_EQ(CheckMultiDriver(model),
             (std::vector<Diagnostic>{
-                Finding("error", 4, "multi-driver", "signal 'q' driven in 2 always blocks (lines: 4, 9)")}));
+                Finding(CheckId::kMultiDriver, 4, "signal 'q' driven in 2 always blocks (lines: 4, 9)")}));
 }
 
 TEST(CheckMultiDriverTest, AssignAndAlways) {
@@ -29,7 +29,7 @@ TEST(CheckMultiDriverTest, AssignAndAlways) {
   model.alwaysBlocks.push_back(Block(5, false, true, {"y"}));
   EXPECT_EQ(
       CheckMultiDriver(model),
-      (std::vector<Diagnostic>{Finding("error", 2, "multi-driver", "signal 'y' driven by both assign and always")}));
+      (std::vector<Diagnostic>{Finding(CheckId::kMultiDriver, 2, "signal 'y' driven by both assign and always")}));
 }
 
 TEST(CheckMultiDriverTest, BothFindingLineIsTheSmallerFirstLine) {
@@ -39,7 +39,7 @@ TEST(CheckMultiDriverTest, BothFindingLineIsTheSmallerFirstLine) {
   model.alwaysBlocks.push_back(Block(3, false, true, {"y"}));
   EXPECT_EQ(
       CheckMultiDriver(model),
-      (std::vector<Diagnostic>{Finding("error", 3, "multi-driver", "signal 'y' driven by both assign and always")}));
+      (std::vector<Diagnostic>{Finding(CheckId::kMultiDriver, 3, "signal 'y' driven by both assign and always")}));
 }
 
 TEST(CheckMultiDriverTest, SameStartLineCountsOnce) {
@@ -65,7 +65,7 @@ TEST(CheckMultiDriverTest, DistinctLinesAscending) {
   model.alwaysBlocks.push_back(Block(7, true, false, {"q"}));
   EXPECT_EQ(CheckMultiDriver(model),
             (std::vector<Diagnostic>{
-                Finding("error", 2, "multi-driver", "signal 'q' driven in 3 always blocks (lines: 2, 7, 10)")}));
+                Finding(CheckId::kMultiDriver, 2, "signal 'q' driven in 3 always blocks (lines: 2, 7, 10)")}));
 }
 
 TEST(CheckMultiDriverTest, BothFindingsOfOneNameInOrder) {
@@ -73,10 +73,10 @@ TEST(CheckMultiDriverTest, BothFindingsOfOneNameInOrder) {
   model.assigns.push_back(Assign(2, "q", "a"));
   model.alwaysBlocks.push_back(Block(4, true, false, {"q"}));
   model.alwaysBlocks.push_back(Block(9, true, false, {"q"}));
-  EXPECT_EQ(CheckMultiDriver(model),
-            (std::vector<Diagnostic>{
-                Finding("error", 4, "multi-driver", "signal 'q' driven in 2 always blocks (lines: 4, 9)"),
-                Finding("error", 2, "multi-driver", "signal 'q' driven by both assign and always")}));
+  EXPECT_EQ(
+      CheckMultiDriver(model),
+      (std::vector<Diagnostic>{Finding(CheckId::kMultiDriver, 4, "signal 'q' driven in 2 always blocks (lines: 4, 9)"),
+                               Finding(CheckId::kMultiDriver, 2, "signal 'q' driven by both assign and always")}));
 }
 
 TEST(CheckMultiDriverTest, NamesMatchIgnoringCaseWithTheAssignSpelling) {
@@ -85,10 +85,10 @@ TEST(CheckMultiDriverTest, NamesMatchIgnoringCaseWithTheAssignSpelling) {
   model.alwaysBlocks.push_back(Block(3, false, true, {"Y"}));
   model.assigns.push_back(Assign(5, "Y", "a"));
   model.assigns.push_back(Assign(6, "y", "b"));
-  EXPECT_EQ(CheckMultiDriver(model),
-            (std::vector<Diagnostic>{
-                Finding("error", 1, "multi-driver", "signal 'Y' driven in 2 always blocks (lines: 1, 3)"),
-                Finding("error", 1, "multi-driver", "signal 'Y' driven by both assign and always")}));
+  EXPECT_EQ(
+      CheckMultiDriver(model),
+      (std::vector<Diagnostic>{Finding(CheckId::kMultiDriver, 1, "signal 'Y' driven in 2 always blocks (lines: 1, 3)"),
+                               Finding(CheckId::kMultiDriver, 1, "signal 'Y' driven by both assign and always")}));
 }
 
 TEST(CheckMultiDriverTest, AlwaysSpellingWithoutAssign) {
@@ -97,7 +97,7 @@ TEST(CheckMultiDriverTest, AlwaysSpellingWithoutAssign) {
   model.alwaysBlocks.push_back(Block(3, false, true, {"DATA"}));
   EXPECT_EQ(CheckMultiDriver(model),
             (std::vector<Diagnostic>{
-                Finding("error", 1, "multi-driver", "signal 'Data' driven in 2 always blocks (lines: 1, 3)")}));
+                Finding(CheckId::kMultiDriver, 1, "signal 'Data' driven in 2 always blocks (lines: 1, 3)")}));
 }
 
 TEST(CheckMultiDriverTest, NamesOrderedByFirstFindingLineThenName) {
@@ -109,12 +109,12 @@ TEST(CheckMultiDriverTest, NamesOrderedByFirstFindingLineThenName) {
   model.alwaysBlocks.push_back(Block(5, true, false, {"z", "a"}));
   EXPECT_EQ(CheckMultiDriver(model),
             (std::vector<Diagnostic>{
-                Finding("error", 0, "multi-driver", "signal 'b' driven by both assign and always"),
-                Finding("error", 0, "multi-driver", "signal 'c' driven by both assign and always"),
-                Finding("error", 1, "multi-driver", "signal 'B2' driven by both assign and always"),
-                Finding("error", 3, "multi-driver", "signal 'a' driven in 2 always blocks (lines: 3, 5)"),
-                Finding("error", 1, "multi-driver", "signal 'a' driven by both assign and always"),
-                Finding("error", 3, "multi-driver", "signal 'z' driven in 2 always blocks (lines: 3, 5)")}));
+                Finding(CheckId::kMultiDriver, 0, "signal 'b' driven by both assign and always"),
+                Finding(CheckId::kMultiDriver, 0, "signal 'c' driven by both assign and always"),
+                Finding(CheckId::kMultiDriver, 1, "signal 'B2' driven by both assign and always"),
+                Finding(CheckId::kMultiDriver, 3, "signal 'a' driven in 2 always blocks (lines: 3, 5)"),
+                Finding(CheckId::kMultiDriver, 1, "signal 'a' driven by both assign and always"),
+                Finding(CheckId::kMultiDriver, 3, "signal 'z' driven in 2 always blocks (lines: 3, 5)")}));
 }
 
 TEST(CheckMultiDriverTest, EmptyNameFromConcatenationIsNeverReported) {

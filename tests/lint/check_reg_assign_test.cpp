@@ -22,7 +22,7 @@ TEST(CheckRegAssignTest, RegDrivenByAssign) {
   ModuleModel model;
   model.signals.push_back(Signal("r", SignalKind::kReg, 0));
   model.assigns.push_back(Assign(1, "r", "1'b0"));
-  EXPECT_EQ(CheckRegAssign(model), (std::vector<Diagnostic>{Finding("error", 1, "reg-assign", Message("r"))}));
+  EXPECT_EQ(CheckRegAssign(model), (std::vector<Diagnostic>{Finding(CheckId::kRegAssign, 1, Message("r"))}));
 }
 
 TEST(CheckRegAssignTest, LogicNeverReported) {
@@ -38,7 +38,7 @@ TEST(CheckRegAssignTest, OutputRegReported) {
   ModuleModel model;
   model.signals.push_back(Signal("q", SignalKind::kOutput, 0, "", /*isReg=*/true));
   model.assigns.push_back(Assign(4, "q", "d"));
-  EXPECT_EQ(CheckRegAssign(model), (std::vector<Diagnostic>{Finding("error", 4, "reg-assign", Message("q"))}));
+  EXPECT_EQ(CheckRegAssign(model), (std::vector<Diagnostic>{Finding(CheckId::kRegAssign, 4, Message("q"))}));
 }
 
 TEST(CheckRegAssignTest, UndeclaredAndWiresNotReported) {
@@ -56,7 +56,7 @@ TEST(CheckRegAssignTest, FirstDeclarationWinsIgnoringCase) {
   model.signals.push_back(Signal("R", SignalKind::kReg, 2));
   model.assigns.push_back(Assign(3, "x", "a"));
   model.assigns.push_back(Assign(4, "r", "a"));
-  EXPECT_EQ(CheckRegAssign(model), (std::vector<Diagnostic>{Finding("error", 4, "reg-assign", Message("r"))}));
+  EXPECT_EQ(CheckRegAssign(model), (std::vector<Diagnostic>{Finding(CheckId::kRegAssign, 4, Message("r"))}));
 }
 
 TEST(CheckRegAssignTest, EveryNameOfEveryAssignInOrder) {
@@ -65,9 +65,9 @@ TEST(CheckRegAssignTest, EveryNameOfEveryAssignInOrder) {
   model.signals.push_back(Signal("b", SignalKind::kReg, 0));
   model.assigns.push_back(Assign(5, "{b, a}", {"b", "a"}, "x"));
   model.assigns.push_back(Assign(2, "a", "y"));
-  EXPECT_EQ(CheckRegAssign(model), (std::vector<Diagnostic>{Finding("error", 5, "reg-assign", Message("b")),
-                                                            Finding("error", 5, "reg-assign", Message("a")),
-                                                            Finding("error", 2, "reg-assign", Message("a"))}));
+  EXPECT_EQ(CheckRegAssign(model), (std::vector<Diagnostic>{Finding(CheckId::kRegAssign, 5, Message("b")),
+                                                            Finding(CheckId::kRegAssign, 5, Message("a")),
+                                                            Finding(CheckId::kRegAssign, 2, Message("a"))}));
 }
 
 }  // namespace

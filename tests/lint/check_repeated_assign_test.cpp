@@ -17,9 +17,8 @@ TEST(CheckRepeatedAssignTest, TwiceAtTheFirstLine) {
   ModuleModel model;
   model.assigns.push_back(Assign(3, "y", "a"));
   model.assigns.push_back(Assign(8, "y", "b"));
-  EXPECT_EQ(
-      CheckRepeatedAssign(model),
-      (std::vector<Diagnostic>{Finding("warning", 3, "repeated-assig", "signal 'y' assigned 2 times by assign")}));
+  EXPECT_EQ(CheckRepeatedAssign(model),
+            (std::vector<Diagnostic>{Finding(CheckId::kRepeatedAssign, 3, "signal 'y' assigned 2 times by assign")}));
 }
 
 TEST(CheckRepeatedAssignTest, ConcatenationsAndSelectsSkipped) {
@@ -37,18 +36,16 @@ TEST(CheckRepeatedAssignTest, RepeatsOnOneLineCount) {
   model.assigns.push_back(Assign(6, "y", "a"));
   model.assigns.push_back(Assign(6, "y", "b"));
   model.assigns.push_back(Assign(6, "y", "c"));
-  EXPECT_EQ(
-      CheckRepeatedAssign(model),
-      (std::vector<Diagnostic>{Finding("warning", 6, "repeated-assig", "signal 'y' assigned 3 times by assign")}));
+  EXPECT_EQ(CheckRepeatedAssign(model),
+            (std::vector<Diagnostic>{Finding(CheckId::kRepeatedAssign, 6, "signal 'y' assigned 3 times by assign")}));
 }
 
 TEST(CheckRepeatedAssignTest, NamesMatchIgnoringCaseWithTheFirstSpelling) {
   ModuleModel model;
   model.assigns.push_back(Assign(1, "Y", "a"));
   model.assigns.push_back(Assign(2, "y", "b"));
-  EXPECT_EQ(
-      CheckRepeatedAssign(model),
-      (std::vector<Diagnostic>{Finding("warning", 1, "repeated-assig", "signal 'Y' assigned 2 times by assign")}));
+  EXPECT_EQ(CheckRepeatedAssign(model),
+            (std::vector<Diagnostic>{Finding(CheckId::kRepeatedAssign, 1, "signal 'Y' assigned 2 times by assign")}));
 }
 
 TEST(CheckRepeatedAssignTest, NamesOrderedByFirstLineThenName) {
@@ -60,11 +57,10 @@ TEST(CheckRepeatedAssignTest, NamesOrderedByFirstLineThenName) {
   model.assigns.push_back(Assign(5, "b", "x"));
   model.assigns.push_back(Assign(6, "z", "x"));
   model.assigns.push_back(Assign(1, "B", "x"));
-  EXPECT_EQ(
-      CheckRepeatedAssign(model),
-      (std::vector<Diagnostic>{Finding("warning", 0, "repeated-assig", "signal 'z' assigned 2 times by assign"),
-                               Finding("warning", 1, "repeated-assig", "signal 'a' assigned 2 times by assign"),
-                               Finding("warning", 1, "repeated-assig", "signal 'b' assigned 3 times by assign")}));
+  EXPECT_EQ(CheckRepeatedAssign(model),
+            (std::vector<Diagnostic>{Finding(CheckId::kRepeatedAssign, 0, "signal 'z' assigned 2 times by assign"),
+                                     Finding(CheckId::kRepeatedAssign, 1, "signal 'a' assigned 2 times by assign"),
+                                     Finding(CheckId::kRepeatedAssign, 1, "signal 'b' assigned 3 times by assign")}));
 }
 
 }  // namespace

@@ -6,9 +6,13 @@
 #include <cstdint>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "common/name_set.h"
+#include "lint/diagnostic.h"
 #include "lint/module_model.h"
+#include "lint/steps.h"
 
 namespace quill {
 
@@ -17,13 +21,28 @@ inline bool operator==(const Diagnostic& a, const Diagnostic& b) {
 }
 
 inline void PrintTo(const Diagnostic& d, std::ostream* os) {
-  *os << "{" << d.severity << ", " << d.line << ", " << d.check << ", \"" << d.message << "\"}";
+  *os << "{" << SeverityName(d.severity) << ", " << d.line << ", " << LookUpCheck(d.check).name << ", \"" << d.message
+      << "\"}";
 }
 
 namespace test {
 
-inline Diagnostic Finding(std::string severity, std::int32_t line, std::string check, std::string message) {
-  return Diagnostic{std::move(severity), line, std::move(check), std::move(message)};
+// A finding of `check` with the severity the check table gives it.
+inline Diagnostic Finding(CheckId check, std::int32_t line, std::string message) {
+  return Diagnostic{LookUpCheck(check).severity, line, check, std::move(message)};
+}
+
+// The names of a map of first uses, as a set.
+inline NameSet NamesOf(const NameMap& firstUseLine) {
+  NameSet names;
+  for (const auto& entry : firstUseLine) names.emplace(entry.first);
+  return names;
+}
+
+// Adds the always blocks of `text` to `model`, with the budget and the record
+// of uses the linter gives them.
+inline void AddAlwaysBlocks(std::string_view text, ModuleModel& model) {
+  model.alwaysBlocks = ExtractAlwaysBlocks(text, AlwaysAnalysisBudget(text.size()), model.firstUseLine);
 }
 
 inline SignalDecl Signal(std::string name, SignalKind kind, std::uint32_t line, std::string range = "",

@@ -20,7 +20,7 @@ TEST(CheckUsedBeforeDeclareTest, OneBasedNumbersInTheMessage) {
   model.firstUseLine.emplace("x", 3);
   EXPECT_EQ(CheckUsedBeforeDeclare(model),
             (std::vector<Diagnostic>{
-                Finding("warning", 3, "used-bef-declare", "signal 'x' used at line 4 before declaration at line 8")}));
+                Finding(CheckId::kUsedBeforeDeclare, 3, "signal 'x' used at line 4 before declaration at line 8")}));
 }
 
 TEST(CheckUsedBeforeDeclareTest, UseOnOrAfterDeclarationNotReported) {
@@ -49,7 +49,7 @@ TEST(CheckUsedBeforeDeclareTest, FirstDeclarationWinsIgnoringCase) {
   model.firstUseLine.emplace("E", 5);
   EXPECT_EQ(CheckUsedBeforeDeclare(model),
             (std::vector<Diagnostic>{
-                Finding("warning", 5, "used-bef-declare", "signal 'E' used at line 6 before declaration at line 7")}));
+                Finding(CheckId::kUsedBeforeDeclare, 5, "signal 'E' used at line 6 before declaration at line 7")}));
 }
 
 TEST(CheckUsedBeforeDeclareTest, OrderedByUseLineThenName) {
@@ -60,18 +60,18 @@ TEST(CheckUsedBeforeDeclareTest, OrderedByUseLineThenName) {
   model.firstUseLine.emplace("a", 3);
   EXPECT_EQ(CheckUsedBeforeDeclare(model),
             (std::vector<Diagnostic>{
-                Finding("warning", 1, "used-bef-declare", "signal 'c' used at line 2 before declaration at line 21"),
-                Finding("warning", 3, "used-bef-declare", "signal 'a' used at line 4 before declaration at line 21"),
-                Finding("warning", 3, "used-bef-declare", "signal 'b' used at line 4 before declaration at line 21")}));
+                Finding(CheckId::kUsedBeforeDeclare, 1, "signal 'c' used at line 2 before declaration at line 21"),
+                Finding(CheckId::kUsedBeforeDeclare, 3, "signal 'a' used at line 4 before declaration at line 21"),
+                Finding(CheckId::kUsedBeforeDeclare, 3, "signal 'b' used at line 4 before declaration at line 21")}));
 }
 
 TEST(CheckUsedBeforeDeclareTest, AlwaysBodyUseIsAtTheBodyLine) {
   ModuleModel model;
-  ExtractAlwaysBlocks("always @(*)\n\n  begin\n    y = t;\n  end\nreg t;\n", model);
+  test::AddAlwaysBlocks("always @(*)\n\n  begin\n    y = t;\n  end\nreg t;\n", model);
   model.signals.push_back(Signal("t", SignalKind::kReg, 5));
   EXPECT_EQ(CheckUsedBeforeDeclare(model),
             (std::vector<Diagnostic>{
-                Finding("warning", 2, "used-bef-declare", "signal 't' used at line 3 before declaration at line 6")}));
+                Finding(CheckId::kUsedBeforeDeclare, 2, "signal 't' used at line 3 before declaration at line 6")}));
 }
 
 }  // namespace

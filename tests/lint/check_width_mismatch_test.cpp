@@ -28,7 +28,7 @@ TEST_P(CheckWidthMismatchTest, ComparesWidths) {
   model.signals.push_back(Signal("B8", SignalKind::kWire, 3, "[7:0]"));
   model.assigns.push_back(Assign(6, "a", GetParam().rhs));
   std::vector<Diagnostic> expected;
-  if (!GetParam().message.empty()) expected.push_back(Finding("warning", 6, "width-mismatch", GetParam().message));
+  if (!GetParam().message.empty()) expected.push_back(Finding(CheckId::kWidthMismatch, 6, GetParam().message));
   EXPECT_EQ(CheckWidthMismatch(model), expected);
 }
 
@@ -79,7 +79,7 @@ TEST(CheckWidthMismatchSkipsTest, FirstDeclarationGivesTheWidth) {
   model.assigns.push_back(Assign(4, "A", "8'h0"));
   model.assigns.push_back(Assign(2, "a", "1'b0"));
   EXPECT_EQ(CheckWidthMismatch(model),
-            (std::vector<Diagnostic>{Finding("warning", 4, "width-mismatch", "assign 'A' LHS=1bit RHS=8bit")}));
+            (std::vector<Diagnostic>{Finding(CheckId::kWidthMismatch, 4, "assign 'A' LHS=1bit RHS=8bit")}));
 }
 
 }  // namespace

@@ -32,8 +32,8 @@ TEST(CheckWireAlwaysTest, KindsThatAreReported) {
   model.alwaysBlocks.push_back(Block(7, false, true, {"w", "i", "io", "o", "oreg", "ologic", "r", "l", "wl", "u"}));
   EXPECT_EQ(CheckWireAlways(model),
             (std::vector<Diagnostic>{
-                Finding("error", 7, "wire-always", Message("w")), Finding("error", 7, "wire-always", Message("i")),
-                Finding("error", 7, "wire-always", Message("io")), Finding("error", 7, "wire-always", Message("o"))}));
+                Finding(CheckId::kWireAlways, 7, Message("w")), Finding(CheckId::kWireAlways, 7, Message("i")),
+                Finding(CheckId::kWireAlways, 7, Message("io")), Finding(CheckId::kWireAlways, 7, Message("o"))}));
 }
 
 TEST(CheckWireAlwaysTest, SpellingOfTheBodyAndFirstDeclaration) {
@@ -44,8 +44,8 @@ TEST(CheckWireAlwaysTest, SpellingOfTheBodyAndFirstDeclaration) {
   model.signals.push_back(Signal("r", SignalKind::kWire, 3));
   model.alwaysBlocks.push_back(Block(4, true, false, {"w", "r"}));
   model.alwaysBlocks.push_back(Block(9, false, true, {"W"}));
-  EXPECT_EQ(CheckWireAlways(model), (std::vector<Diagnostic>{Finding("error", 4, "wire-always", Message("w")),
-                                                             Finding("error", 9, "wire-always", Message("W"))}));
+  EXPECT_EQ(CheckWireAlways(model), (std::vector<Diagnostic>{Finding(CheckId::kWireAlways, 4, Message("w")),
+                                                             Finding(CheckId::kWireAlways, 9, Message("W"))}));
 }
 
 }  // namespace

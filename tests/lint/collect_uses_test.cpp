@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "lint/check_test_support.h"
 #include "lint/identifiers.h"
 #include "lint/lint_text.h"
 #include "lint/steps.h"
@@ -25,25 +26,25 @@ AlwaysBlock Block(std::uint32_t startLine, std::string sensitivity) {
 
 TEST(CollectUsesTest, RightSidesOfContinuousAssignments) {
   ModuleModel model;
-  ExtractContinuousAssigns("\n\nassign y = en ? 8'hFF : data;", model);
-  CollectUses(model);
-  EXPECT_EQ(model.usedIdentifiers, (NameSet{"en", "data"}));
+  model.assigns = ExtractContinuousAssigns("\n\nassign y = en ? 8'hFF : data;");
+  CollectUses(model.assigns, model.alwaysBlocks, model.firstUseLine);
+  EXPECT_EQ(test::NamesOf(model.firstUseLine), (NameSet{"en", "data"}));
   EXPECT_EQ(model.firstUseLine, (NameMap{{"en", 2}, {"data", 2}}));
 }
 
 TEST(CollectUsesTest, SensitivityListsWithoutEdgeWords) {
   ModuleModel model;
   model.alwaysBlocks.push_back(Block(10, "posedge clk or negedge rst_n"));
-  CollectUses(model);
-  EXPECT_EQ(model.usedIdentifiers, (NameSet{"clk", "rst_n"}));
+  CollectUses(model.assigns, model.alwaysBlocks, model.firstUseLine);
+  EXPECT_EQ(test::NamesOf(model.firstUseLine), (NameSet{"clk", "rst_n"}));
   EXPECT_EQ(model.firstUseLine, (NameMap{{"clk", 10}, {"rst_n", 10}}));
 }
 
 TEST(CollectUsesTest, EdgeWordsInAnyCaseAreKeywords) {
   ModuleModel model;
   model.alwaysBlocks.push_back(Block(1, "POSEDGE clk, NegEdge rst, *"));
-  CollectUses(model);
-  EXPECT_EQ(model.usedIdentifiers, (NameSet{"clk", "rst"}));
+  CollectUses(model.assigns, model.alwaysBlocks, model.firstUseLine);
+  EXPECT_EQ(test::NamesOf(model.firstUseLine), (NameSet{"clk", "rst"}));
 }
 
 TEST(CollectUsesTest, FirstUseIsTheSmallestLine) {
@@ -52,8 +53,8 @@ TEST(CollectUsesTest, FirstUseIsTheSmallestLine) {
   model.assigns.push_back(Assign(4, "A"));
   model.alwaysBlocks.push_back(Block(2, "b"));
   model.alwaysBlocks.push_back(Block(1, "c"));
-  RecordFirstUse(model, "c", 0);
-  CollectUses(model);
+  RecordFirstUse(model.firstUseLine, "c", 0);
+  CollectUses(model.assigns, model.alwaysBlocks, model.firstUseLine);
   EXPECT_EQ(model.firstUseLine, (NameMap{{"a", 4}, {"b", 2}, {"c", 0}}));
   EXPECT_EQ(model.firstUseLine.find("A")->first, "a");
 }
@@ -62,21 +63,20 @@ TEST(CollectUsesTest, UnsizedBasedLiteralYieldsAName) {
   ModuleModel model;
   model.assigns.push_back(Assign(0, "x & 'hFF | 4'b1010 | 16 'h ff"));
   model.alwaysBlocks.push_back(Block(3, "2'b01 or 'd3"));
-  CollectUses(model);
-  EXPECT_EQ(model.usedIdentifiers, (NameSet{"x", "hFF", "d3"}));
+  CollectUses(model.assigns, model.alwaysBlocks, model.firstUseLine);
+  EXPECT_EQ(test::NamesOf(model.firstUseLine), (NameSet{"x", "hFF", "d3"}));
 }
 
 TEST(CollectUsesTest, KeywordsAndSystemNames) {
   ModuleModel model;
   model.assigns.push_back(Assign(0, "$signed(a) + int'(b) + u1.q"));
-  CollectUses(model);
-  EXPECT_EQ(model.usedIdentifiers, (NameSet{"a", "b", "u1", "q"}));
+  CollectUses(model.assigns, model.alwaysBlocks, model.firstUseLine);
+  EXPECT_EQ(test::NamesOf(model.firstUseLine), (NameSet{"a", "b", "u1", "q"}));
 }
 
 TEST(CollectUsesTest, EmptyModel) {
   ModuleModel model;
-  CollectUses(model);
-  EXPECT_TRUE(model.usedIdentifiers.empty());
+  CollectUses(model.assigns, model.alwaysBlocks, model.firstUseLine);
   EXPECT_TRUE(model.firstUseLine.empty());
 }
 

@@ -32,10 +32,9 @@ struct Assign {
 using Assigns = std::vector<Assign>;
 
 Assigns Extract(std::string_view text) {
-  ModuleModel model;
-  ExtractContinuousAssigns(text, model);
   Assigns assigns;
-  for (const ContAssign& a : model.assigns) assigns.push_back({a.line, a.target, a.lhs, a.rhs, a.lhsNames});
+  for (const ContAssign& a : ExtractContinuousAssigns(text))
+    assigns.push_back({a.line, a.target, a.lhs, a.rhs, a.lhsNames});
   return assigns;
 }
 
@@ -86,13 +85,7 @@ INSTANTIATE_TEST_SUITE_P(
         AssignCase{"FollowsPunctuation", "(assign a = b;", {{0, "a", "a", "b", {"a"}}}}),
     [](const testing::TestParamInfo<AssignCase>& paramInfo) { return std::string(paramInfo.param.name); });
 
-TEST(ExtractContinuousAssignsDrivenTest, EveryWrittenNameIsDriven) {
-  ModuleModel model;
-  ExtractContinuousAssigns("assign {c, s} = x + y;\nassign { {a, b}, C } = d;", model);
-  EXPECT_EQ(model.drivenSignals, (NameSet{"c", "s", ""}));
-}
-
-TEST(ExtractContinuousAssignsDrivenTest, TabsAreSpacesAfterPreparation) {
+TEST(ExtractContinuousAssignsPreparationTest, TabsAreSpacesAfterPreparation) {
   EXPECT_EQ(Extract(PrepareText("assign\ty\t=\tx;")), (Assigns{{0, "y", "y", "x", {"y"}}}));
 }
 

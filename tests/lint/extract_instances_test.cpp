@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "common/pattern.h"
-#include "lint/corpus_sources.h"
 #include "lint/identifiers.h"
 #include "lint/lint_text.h"
 #include "lint/steps.h"
+#include "support/corpus_files.h"
 
 namespace quill {
 namespace {
@@ -29,15 +29,14 @@ using Instances = std::vector<Instance>;
 
 struct Extracted {
   Instances instances;
-  NameSet usedIdentifiers;
   NameMap firstUseLine;
 };
 
 Extracted Extract(std::string_view source) {
-  ModuleModel model;
-  ExtractInstances(PrepareText(source), model);
-  Extracted extracted{{}, model.usedIdentifiers, model.firstUseLine};
-  for (const InstanceRecord& r : model.instances) extracted.instances.push_back({r.name, r.line});
+  Extracted extracted;
+  for (const InstanceRecord& r : ExtractInstances(PrepareText(source), extracted.firstUseLine)) {
+    extracted.instances.push_back({r.name, r.line});
+  }
   return extracted;
 }
 
@@ -54,9 +53,6 @@ TEST_P(ExtractInstancesTest, RecordsInstancesAndUses) {
   const Extracted model = Extract(GetParam().source);
   EXPECT_EQ(model.instances, GetParam().instances);
   EXPECT_EQ(model.firstUseLine, GetParam().uses);
-  NameSet used;
-  for (const auto& [name, line] : GetParam().uses) used.insert(name);
-  EXPECT_EQ(model.usedIdentifiers, used);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -117,11 +113,11 @@ INSTANTIATE_TEST_SUITE_P(
     [](const testing::TestParamInfo<InstanceCase>& paramInfo) { return std::string(paramInfo.param.name); });
 
 TEST(ExtractInstancesTest, FirstUseKeepsTheSmallestLine) {
-  ModuleModel model;
-  RecordFirstUse(model, "x", 0);
-  ExtractInstances("m u (.a(x), .b(y));", model);
-  RecordFirstUse(model, "y", 5);
-  EXPECT_EQ(model.firstUseLine, (NameMap{{"x", 0}, {"y", 0}}));
+  NameMap uses;
+  RecordFirstUse(uses, "x", 0);
+  ExtractInstances("m u (.a(x), .b(y));", uses);
+  RecordFirstUse(uses, "y", 5);
+  EXPECT_EQ(uses, (NameMap{{"x", 0}, {"y", 0}}));
 }
 
 // The named-connection expressions of one stretch must be what iterating
@@ -140,16 +136,15 @@ TEST(ExtractInstancesAgreementTest, NamedConnectionsMatchThePattern) {
     // The stretch runs up to and including the closing ");".
     const std::string searched = stretch + ");";
 
-    ModuleModel expected;
+    NameMap expected;
     kNamedConnectionPattern.ForEachMatch(searched, [&](const Match& match) {
       const auto line =
           std::count(searched.begin(), searched.begin() + static_cast<std::ptrdiff_t>(match.Begin(1)), '\n');
       RecordUses(match.Group(1), static_cast<std::int32_t>(line), expected);
     });
-    ModuleModel actual;
+    NameMap actual;
     ExtractInstances(text, actual);
-    ASSERT_EQ(actual.firstUseLine, expected.firstUseLine) << testing::PrintToString(stretch);
-    ASSERT_EQ(actual.usedIdentifiers, expected.usedIdentifiers) << testing::PrintToString(stretch);
+    ASSERT_EQ(actual, expected) << testing::PrintToString(stretch);
   }
 }
 
@@ -169,7 +164,6 @@ Extracted ExtractWithPatterns(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '\n') lineStarts.push_back(i + 1);
   }
-  ModuleModel model;
   Extracted extracted;
   std::size_t k = 0;
   while (k < lineStarts.size()) {
@@ -214,25 +208,23 @@ Extracted ExtractWithPatterns(std::string_view text) {
     const std::string_view stretch =
         text.substr(connections, (close == std::string_view::npos ? text.size() : close + 2) - connections);
     kNamedConnectionPattern.ForEachMatch(stretch, [&](const Match& connection) {
-      RecordUses(connection.Group(1), static_cast<std::int32_t>(lineOf(connections + connection.Begin(1))), model);
+      RecordUses(connection.Group(1), static_cast<std::int32_t>(lineOf(connections + connection.Begin(1))),
+                 extracted.firstUseLine);
     });
     if (close == std::string_view::npos) break;
     k = lineOf(close) + 1;
   }
-  extracted.usedIdentifiers = model.usedIdentifiers;
-  extracted.firstUseLine = model.firstUseLine;
   return extracted;
 }
 
 void ExpectSameAsPatterns(std::string_view prepared, const std::string& context) {
-  ModuleModel model;
-  ExtractInstances(prepared, model);
+  NameMap uses;
+  const std::vector<InstanceRecord> records = ExtractInstances(prepared, uses);
   const Extracted expected = ExtractWithPatterns(prepared);
   Instances instances;
-  for (const InstanceRecord& r : model.instances) instances.push_back({r.name, r.line});
+  for (const InstanceRecord& r : records) instances.push_back({r.name, r.line});
   ASSERT_EQ(instances, expected.instances) << context;
-  ASSERT_EQ(model.firstUseLine, expected.firstUseLine) << context;
-  ASSERT_EQ(model.usedIdentifiers, expected.usedIdentifiers) << context;
+  ASSERT_EQ(uses, expected.firstUseLine) << context;
 }
 
 TEST(ExtractInstancesAgreementTest, WalkMatchesThePatternsOnRandomText) {
@@ -253,7 +245,7 @@ TEST(ExtractInstancesAgreementTest, WalkMatchesThePatternsOnRandomText) {
       if (random() % 2 == 0) text += "\n";
     }
     ExpectSameAsPatterns(text, testing::PrintToString(text));
-    if (!ExtractWithPatterns(text).usedIdentifiers.empty()) ++withUses;
+    if (!ExtractWithPatterns(text).firstUseLine.empty()) ++withUses;
   }
   EXPECT_GT(withUses, 1000u);
 }
@@ -265,9 +257,8 @@ TEST(ExtractInstancesAgreementTest, WalkMatchesThePatternsOnTheCorpus) {
   for (const CorpusSource& source : sources) {
     const std::string prepared = PrepareText(source.text);
     ExpectSameAsPatterns(prepared, source.path);
-    ModuleModel model;
-    ExtractInstances(prepared, model);
-    instances += model.instances.size();
+    NameMap uses;
+    instances += ExtractInstances(prepared, uses).size();
   }
   EXPECT_GT(instances, 0u);
 }
@@ -277,7 +268,7 @@ TEST(ExtractInstancesPathologicalTest, ManyUnclosedConnections) {
   for (int i = 0; i < 200'000; ++i) text += ".a(b ";
   const Extracted model = Extract(text);
   EXPECT_EQ(model.instances, (Instances{{"u", 0}}));
-  EXPECT_TRUE(model.usedIdentifiers.empty());
+  EXPECT_TRUE(model.firstUseLine.empty());
 }
 
 TEST(ExtractInstancesPathologicalTest, ManyUnclosedOverrides) {

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "common/pattern.h"
-#include "lint/corpus_sources.h"
 #include "lint/lint_text.h"
 #include "lint/steps.h"
+#include "support/corpus_files.h"
 
 namespace quill {
 namespace {
@@ -31,10 +31,8 @@ struct Param {
 using Params = std::vector<Param>;
 
 Params Extract(std::string_view text) {
-  ModuleModel model;
-  ExtractParameters(text, model);
   Params params;
-  for (const ParamDecl& p : model.parameters) params.push_back({p.name, p.value, p.line});
+  for (const ParamDecl& p : ExtractParameters(text)) params.push_back({p.name, p.value, p.line});
   return params;
 }
 
@@ -89,11 +87,8 @@ INSTANTIATE_TEST_SUITE_P(
         ParameterCase{"NoSpaceBeforeNameNotRecorded", "parameter[3:0] A = 1;", {}}),
     [](const testing::TestParamInfo<ParameterCase>& paramInfo) { return std::string(paramInfo.param.name); });
 
-TEST(ExtractParametersNamesTest, NamesJoinDeclaredNamesIgnoringCase) {
-  ModuleModel model;
-  ExtractParameters("parameter Width = 1;\nlocalparam WIDTH = 2;", model);
-  EXPECT_EQ(model.parameters.size(), 2u);
-  EXPECT_EQ(model.declaredNames, (NameSet{"Width"}));
+TEST(ExtractParametersNamesTest, NamesDifferingInCaseAreBothKept) {
+  EXPECT_EQ(Extract("parameter Width = 1;\nlocalparam WIDTH = 2;"), (Params{{"Width", "1", 0}, {"WIDTH", "2", 1}}));
 }
 
 TEST(ExtractParametersNamesTest, TabsAreSpacesAfterPreparation) {

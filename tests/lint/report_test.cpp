@@ -41,31 +41,43 @@ TEST(RenderReportTest, EmptyListIsTwoBrackets) {
 }
 
 TEST(RenderReportTest, OneFinding) {
-  EXPECT_EQ(RenderReport({{"warning", 12, "latch", "Signal 'q' may infer a latch"}}),
+  EXPECT_EQ(RenderReport({{Severity::kWarning, 12, CheckId::kLatch, "Signal 'q' may infer a latch"}}),
             R"([{"severity":"warning","line":12,"check":"latch","message":"Signal 'q' may infer a latch"}])");
 }
 
 TEST(RenderReportTest, FindingsKeepTheirOrderAndAreJoinedByCommas) {
-  const std::vector<Diagnostic> findings = {
-      {"error", 9, "multi-driver", "b"}, {"warning", 0, "latch", "a"}, {"warning", 3, "latch", "c"}};
+  const std::vector<Diagnostic> findings = {{Severity::kError, 9, CheckId::kMultiDriver, "b"},
+                                            {Severity::kWarning, 0, CheckId::kLatch, "a"},
+                                            {Severity::kWarning, 3, CheckId::kLatch, "c"}};
   EXPECT_EQ(RenderReport(findings), R"([{"severity":"error","line":9,"check":"multi-driver","message":"b"},)"
                                     R"({"severity":"warning","line":0,"check":"latch","message":"a"},)"
                                     R"({"severity":"warning","line":3,"check":"latch","message":"c"}])");
 }
 
 TEST(RenderReportTest, NegativeAndExtremeLines) {
-  EXPECT_EQ(RenderReport({{"error", -1, "x", ""}}), R"([{"severity":"error","line":-1,"check":"x","message":""}])");
-  EXPECT_EQ(RenderReport({{"error", 0, "x", ""}}), R"([{"severity":"error","line":0,"check":"x","message":""}])");
-  EXPECT_EQ(RenderReport({{"e", std::numeric_limits<std::int32_t>::min(), "c", "m"}}),
-            R"([{"severity":"e","line":-2147483648,"check":"c","message":"m"}])");
-  EXPECT_EQ(RenderReport({{"e", std::numeric_limits<std::int32_t>::max(), "c", "m"}}),
-            R"([{"severity":"e","line":2147483647,"check":"c","message":"m"}])");
+  EXPECT_EQ(RenderReport({{Severity::kError, -1, CheckId::kRegAssign, ""}}),
+            R"([{"severity":"error","line":-1,"check":"reg-assign","message":""}])");
+  EXPECT_EQ(RenderReport({{Severity::kError, 0, CheckId::kRegAssign, ""}}),
+            R"([{"severity":"error","line":0,"check":"reg-assign","message":""}])");
+  EXPECT_EQ(RenderReport({{Severity::kWarning, std::numeric_limits<std::int32_t>::min(), CheckId::kCombLoop, "m"}}),
+            R"([{"severity":"warning","line":-2147483648,"check":"comb-loop","message":"m"}])");
+  EXPECT_EQ(RenderReport({{Severity::kWarning, std::numeric_limits<std::int32_t>::max(), CheckId::kCombLoop, "m"}}),
+            R"([{"severity":"warning","line":2147483647,"check":"comb-loop","message":"m"}])");
 }
 
-TEST(RenderReportTest, EscapesEveryStringField) {
-  EXPECT_EQ(RenderReport({{"a\"b", 1, "c\\d", "line1\nline2\t\"q\" \xc3\xa9"}}),
-            "[{\"severity\":\"a\\\"b\",\"line\":1,\"check\":\"c\\\\d\",\"message\":\"line1\\nline2\\t\\\"q\\\" "
-            "\xc3\xa9\"}]");
+TEST(RenderReportTest, EscapesTheMessage) {
+  EXPECT_EQ(RenderReport({{Severity::kWarning, 1, CheckId::kLatch, "line1\nline2\t\"q\" \\ \xc3\xa9"}}),
+            "[{\"severity\":\"warning\",\"line\":1,\"check\":\"latch\",\"message\":\"line1\\nline2\\t\\\"q\\\" "
+            "\\\\ \xc3\xa9\"}]");
+}
+
+// Every check renders with the name and severity word of its table entry.
+TEST(RenderReportTest, NamesAndSeveritiesComeFromTheCheckTable) {
+  for (const CheckInfo& check : kCheckTable) {
+    const std::string expected = "[{\"severity\":\"" + std::string(SeverityName(check.severity)) +
+                                 "\",\"line\":2,\"check\":\"" + std::string(check.name) + "\",\"message\":\"m\"}]";
+    EXPECT_EQ(RenderReport({{check.severity, 2, check.id, "m"}}), expected);
+  }
 }
 
 }  // namespace

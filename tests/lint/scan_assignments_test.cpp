@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "lint/always_analysis.h"
+#include "lint/check_test_support.h"
 
 namespace quill {
 namespace {
@@ -68,9 +69,9 @@ struct ScanCase {
 class ScanAssignmentsTest : public ::testing::TestWithParam<ScanCase> {};
 
 TEST_P(ScanAssignmentsTest, RecordsAssignments) {
-  ModuleModel model;
+  NameMap uses;
   AlwaysBlock block;
-  ScanAssignments(GetParam().text, GetParam().op, GetParam().startLine, model, block);
+  ScanAssignments(GetParam().text, GetParam().op, GetParam().startLine, uses, block);
   EXPECT_EQ(Records(block), GetParam().expected);
 }
 
@@ -109,52 +110,52 @@ INSTANTIATE_TEST_SUITE_P(
     [](const ::testing::TestParamInfo<ScanCase>& param) { return std::string(param.param.name); });
 
 TEST(ScanAssignmentsTest, RecordsRightHandSideUsesAtTheRecordLine) {
-  ModuleModel model;
+  NameMap uses;
   AlwaysBlock block;
-  ScanAssignments("\ny = en ? 8'hFF : data;", "=", 3, model, block);
-  EXPECT_EQ(model.usedIdentifiers.count("en"), 1u);
-  EXPECT_EQ(model.usedIdentifiers.count("data"), 1u);
-  EXPECT_EQ(model.usedIdentifiers.count("y"), 0u);
-  EXPECT_EQ(model.usedIdentifiers.count("hFF"), 0u);
-  EXPECT_EQ(model.firstUseLine.at("data"), 4);
+  ScanAssignments("\ny = en ? 8'hFF : data;", "=", 3, uses, block);
+  EXPECT_EQ(uses.count("en"), 1u);
+  EXPECT_EQ(uses.count("data"), 1u);
+  EXPECT_EQ(uses.count("y"), 0u);
+  EXPECT_EQ(uses.count("hFF"), 0u);
+  EXPECT_EQ(uses.at("data"), 4);
 }
 
 TEST(ScanAssignmentsTest, EveryLinkOfAChainRecordsTheUsesOfItsRightHandSide) {
-  ModuleModel model;
+  NameMap uses;
   AlwaysBlock block;
-  ScanAssignments("a = b = 4'b1 + c;\nd = e;", "=", 6, model, block);
-  EXPECT_EQ(model.usedIdentifiers, (NameSet{"b", "c", "e"}));
-  EXPECT_EQ(model.firstUseLine, (NameMap{{"b", 6}, {"c", 6}, {"e", 7}}));
+  ScanAssignments("a = b = 4'b1 + c;\nd = e;", "=", 6, uses, block);
+  EXPECT_EQ(test::NamesOf(uses), (NameSet{"b", "c", "e"}));
+  EXPECT_EQ(uses, (NameMap{{"b", 6}, {"c", 6}, {"e", 7}}));
 }
 
 TEST(ScanAssignmentsTest, LongChainOnOneLine) {
   std::string text = "x";
   for (int i = 0; i < 200000; ++i) text += " = x";
   text += std::string(100000, ' ') + ";";
-  ModuleModel model;
+  NameMap uses;
   AlwaysBlock block;
-  ScanAssignments(text, "=", 0, model, block);
+  ScanAssignments(text, "=", 0, uses, block);
   ASSERT_EQ(block.assignments.size(), 200000u);
   EXPECT_EQ(block.assignments.front().rhs.size(), 200000u * 4 - 3);
   EXPECT_EQ(block.assignments.back().rhs, "x");
-  EXPECT_EQ(model.usedIdentifiers, (NameSet{"x"}));
+  EXPECT_EQ(test::NamesOf(uses), (NameSet{"x"}));
 }
 
 TEST(ScanAssignmentsTest, SkippedOccurrencesRecordNoUses) {
-  ModuleModel model;
+  NameMap uses;
   AlwaysBlock block;
-  ScanAssignments("a == b; c != d;", "=", 0, model, block);
+  ScanAssignments("a == b; c != d;", "=", 0, uses, block);
   EXPECT_TRUE(block.assignments.empty());
-  EXPECT_TRUE(model.usedIdentifiers.empty());
+  EXPECT_TRUE(uses.empty());
 }
 
 TEST(ScanAssignmentsTest, ManyUnmatchedSelectsFinish) {
   std::string text;
   for (int i = 0; i < 100000; ++i) text += "x] = 1; ";
   text += "[ y] = 2;";
-  ModuleModel model;
+  NameMap uses;
   AlwaysBlock block;
-  ScanAssignments(text, "=", 0, model, block);
+  ScanAssignments(text, "=", 0, uses, block);
   ASSERT_EQ(block.assignments.size(), 0u);
 }
 
@@ -162,9 +163,9 @@ TEST(ScanAssignmentsTest, ManyNestedSelectsFinish) {
   std::string text;
   for (int i = 0; i < 50000; ++i) text += "[";
   for (int i = 0; i < 50000; ++i) text += "a] = 1;\n";
-  ModuleModel model;
+  NameMap uses;
   AlwaysBlock block;
-  ScanAssignments(text, "=", 0, model, block);
+  ScanAssignments(text, "=", 0, uses, block);
   EXPECT_EQ(block.assignments.size(), 0u);
 }
 

@@ -8,12 +8,12 @@ std::vector<Diagnostic> CheckBlockingAssign(const ModuleModel& model) {
   for (const AlwaysBlock& block : model.alwaysBlocks) {
     if (block.isSequential && block.blockingCount >= 1) {
       findings.push_back(
-          MakeDiagnostic("warning", block.startLine, "blocking-assign",
+          MakeDiagnostic(CheckId::kBlockingAssign, block.startLine,
                          "sequential always uses '=' (" + std::to_string(block.blockingCount) + "x), suggest '<='"));
     }
     if (block.isCombinational && block.nonBlockingCount >= 1) {
       findings.push_back(MakeDiagnostic(
-          "warning", block.startLine, "blocking-assign",
+          CheckId::kBlockingAssign, block.startLine,
           "combinational always uses '<=' (" + std::to_string(block.nonBlockingCount) + "x), suggest '='"));
     }
   }

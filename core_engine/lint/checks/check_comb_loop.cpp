@@ -94,8 +94,7 @@ std::vector<Diagnostic> CheckCombLoop(const ModuleModel& model) {
   for (const ContAssign& assign : model.assigns) {
     for (const std::string& name : assign.lhsNames) {
       if (!ContainsWholeWord(assign.rhs, name)) continue;
-      findings.push_back(
-          MakeDiagnostic("warning", assign.line, "comb-loop", "assign '" + name + "' feeds back to itself"));
+      findings.push_back(MakeDiagnostic(CheckId::kCombLoop, assign.line, "assign '" + name + "' feeds back to itself"));
     }
   }
   FeedbackFinder finder;
@@ -103,7 +102,7 @@ std::vector<Diagnostic> CheckCombLoop(const ModuleModel& model) {
     if (block.isSequential) continue;
     for (const AssignmentRecord& record : block.assignments) {
       if (!finder.Contains(record.rhs, record.target)) continue;
-      findings.push_back(MakeDiagnostic("warning", record.line, "comb-loop",
+      findings.push_back(MakeDiagnostic(CheckId::kCombLoop, record.line,
                                         "signal '" + record.target + "' feeds back to itself in always"));
     }
   }

@@ -34,7 +34,7 @@ std::vector<Diagnostic> CheckSignals(const ModuleModel& model) {
     if (entries.size() < 2 || IsInputRedeclaredAsWire(entries)) continue;
     NameFindings group{name, {}};
     group.findings.push_back(
-        MakeDiagnostic("warning", entries[1]->line, "dupli-define",
+        MakeDiagnostic(CheckId::kDuplicateDefine, entries[1]->line,
                        "signal '" + name + "' defined " + std::to_string(entries.size()) + " times"));
     named.push_back(std::move(group));
   }
@@ -49,7 +49,7 @@ std::vector<Diagnostic> CheckParameters(const ModuleModel& model) {
     if (lines.size() < 2) continue;
     NameFindings group{name, {}};
     group.findings.push_back(
-        MakeDiagnostic("warning", lines[1], "dupli-define",
+        MakeDiagnostic(CheckId::kDuplicateDefine, lines[1],
                        "parameter '" + name + "' defined " + std::to_string(lines.size()) + " times"));
     named.push_back(std::move(group));
   }

@@ -20,7 +20,7 @@ std::vector<Diagnostic> CheckDuplicateInstance(const ModuleModel& model) {
     }
     NameFindings group{name, {}};
     group.findings.push_back(MakeDiagnostic(
-        "error", lines[1], "dupli-inst",
+        CheckId::kDuplicateInstance, lines[1],
         "instance '" + name + "' instantiated " + std::to_string(lines.size()) + " times (lines: " + listed + ")"));
     groups.push_back(std::move(group));
   }

@@ -31,11 +31,11 @@ const SignalDecl* FindDeclaration(const ModuleModel& model, const FirstDeclarati
   return found == index.end() ? nullptr : &model.signals[found->second];
 }
 
-Diagnostic MakeDiagnostic(std::string_view severity, std::uint32_t line, std::string_view check, std::string message) {
+Diagnostic MakeDiagnostic(CheckId check, std::uint32_t line, std::string message) {
   Diagnostic diagnostic;
-  diagnostic.severity = std::string(severity);
+  diagnostic.severity = LookUpCheck(check).severity;
   diagnostic.line = static_cast<std::int32_t>(line);
-  diagnostic.check = std::string(check);
+  diagnostic.check = check;
   diagnostic.message = std::move(message);
   return diagnostic;
 }

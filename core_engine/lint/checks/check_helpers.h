@@ -10,8 +10,9 @@
 #include <unordered_map>
 #include <vector>
 
+#include "common/name_set.h"
+#include "lint/diagnostic.h"
 #include "lint/module_model.h"
-#include "lint/name_set.h"
 
 namespace quill {
 
@@ -33,7 +34,8 @@ FirstDeclarations IndexFirstDeclarations(const std::vector<SignalDecl>& signals)
 // The first declaration of `name` (letter case ignored), or null.
 const SignalDecl* FindDeclaration(const ModuleModel& model, const FirstDeclarations& index, std::string_view name);
 
-Diagnostic MakeDiagnostic(std::string_view severity, std::uint32_t line, std::string_view check, std::string message);
+// A finding of `check` with the severity the check table gives it.
+Diagnostic MakeDiagnostic(CheckId check, std::uint32_t line, std::string message);
 
 }  // namespace quill
 

@@ -8,7 +8,7 @@ std::vector<Diagnostic> CheckLatch(const ModuleModel& model) {
   for (const AlwaysBlock& block : model.alwaysBlocks) {
     if (!block.isCombinational || !block.latchRisk) continue;
     std::string message = block.latchReason.empty() ? "potential latch in combinational always" : block.latchReason;
-    findings.push_back(MakeDiagnostic("warning", block.startLine, "latch", std::move(message)));
+    findings.push_back(MakeDiagnostic(CheckId::kLatch, block.startLine, std::move(message)));
   }
   return findings;
 }

@@ -45,7 +45,7 @@ std::vector<Diagnostic> CheckMultiDriver(const ModuleModel& model) {
     const std::vector<std::uint32_t> always = DistinctAscending(driver.alwaysLines);
     NameFindings group{name, {}};
     if (always.size() >= 2) {
-      group.findings.push_back(MakeDiagnostic("error", always.front(), "multi-driver",
+      group.findings.push_back(MakeDiagnostic(CheckId::kMultiDriver, always.front(),
                                               "signal '" + name + "' driven in " + std::to_string(always.size()) +
                                                   " always blocks (lines: " + JoinLineNumbers(always) + ")"));
     }
@@ -53,7 +53,7 @@ std::vector<Diagnostic> CheckMultiDriver(const ModuleModel& model) {
       std::uint32_t first =
           std::min(*std::min_element(driver.assignLines.begin(), driver.assignLines.end()), always.front());
       group.findings.push_back(
-          MakeDiagnostic("error", first, "multi-driver", "signal '" + name + "' driven by both assign and always"));
+          MakeDiagnostic(CheckId::kMultiDriver, first, "signal '" + name + "' driven by both assign and always"));
     }
     if (!group.findings.empty()) groups.push_back(std::move(group));
   }

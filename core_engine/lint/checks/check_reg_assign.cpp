@@ -11,7 +11,7 @@ std::vector<Diagnostic> CheckRegAssign(const ModuleModel& model) {
       const SignalDecl* declaration = FindDeclaration(model, declarations, name);
       if (declaration == nullptr || !declaration->isReg || declaration->isLogic) continue;
       findings.push_back(
-          MakeDiagnostic("error", assign.line, "reg-assign",
+          MakeDiagnostic(CheckId::kRegAssign, assign.line,
                          "reg signal '" + name + "' cannot be assigned by continuous assignment (use wire instead)"));
     }
   }

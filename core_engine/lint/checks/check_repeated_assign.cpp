@@ -17,7 +17,7 @@ std::vector<Diagnostic> CheckRepeatedAssign(const ModuleModel& model) {
     if (lines.size() < 2) continue;
     NameFindings group{name, {}};
     group.findings.push_back(
-        MakeDiagnostic("warning", lines.front(), "repeated-assig",
+        MakeDiagnostic(CheckId::kRepeatedAssign, lines.front(),
                        "signal '" + name + "' assigned " + std::to_string(lines.size()) + " times by assign"));
     groups.push_back(std::move(group));
   }

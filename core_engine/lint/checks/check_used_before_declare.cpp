@@ -11,14 +11,11 @@ std::vector<Diagnostic> CheckUsedBeforeDeclare(const ModuleModel& model) {
     if (declaration == nullptr) continue;
     const std::int64_t declared = declaration->line;
     if (useLine >= declared) continue;
-    Diagnostic finding;
-    finding.severity = "warning";
-    finding.line = useLine;
-    finding.check = "used-bef-declare";
-    finding.message = "signal '" + name + "' used at line " + std::to_string(std::int64_t{useLine} + 1) +
-                      " before declaration at line " + std::to_string(declared + 1);
     NameFindings group{name, {}};
-    group.findings.push_back(std::move(finding));
+    group.findings.push_back(MakeDiagnostic(CheckId::kUsedBeforeDeclare, static_cast<std::uint32_t>(useLine),
+                                            "signal '" + name + "' used at line " +
+                                                std::to_string(std::int64_t{useLine} + 1) +
+                                                " before declaration at line " + std::to_string(declared + 1)));
     groups.push_back(std::move(group));
   }
   return OrderByFirstFinding(std::move(groups));

@@ -16,10 +16,6 @@ using WidthTable = std::unordered_map<std::string, std::int32_t, NameHash, NameE
 constexpr std::int32_t kUnknownWidth = -1;
 constexpr std::int64_t kMaxInt32 = std::numeric_limits<std::int32_t>::max();
 
-bool IsDigitByte(char c) {
-  return c >= '0' && c <= '9';
-}
-
 // Reads a run of decimal digits at `pos`, moving `pos` past it. Empty runs
 // and values beyond a signed 32-bit integer give nothing.
 std::optional<std::int64_t> ReadDecimal(std::string_view text, std::size_t& pos) {
@@ -39,7 +35,7 @@ std::optional<std::int64_t> ReadDecimal(std::string_view text, std::size_t& pos)
 }
 
 void SkipBlanks(std::string_view text, std::size_t& pos) {
-  while (pos < text.size() && IsBlank(text[pos])) ++pos;
+  while (pos < text.size() && IsBlankByte(text[pos])) ++pos;
 }
 
 // The width of a "[msb:lsb]" range of two decimal numbers; 1 for an empty
@@ -107,7 +103,7 @@ std::vector<Diagnostic> CheckWidthMismatch(const ModuleModel& model) {
     const std::int32_t lhsWidth = target->second;
     const std::int32_t rhsWidth = ExpressionWidth(assign.rhs, widths);
     if (rhsWidth < 1 || rhsWidth == lhsWidth) continue;
-    findings.push_back(MakeDiagnostic("warning", assign.line, "width-mismatch",
+    findings.push_back(MakeDiagnostic(CheckId::kWidthMismatch, assign.line,
                                       "assign '" + assign.target + "' LHS=" + std::to_string(lhsWidth) +
                                           "bit RHS=" + std::to_string(rhsWidth) + "bit"));
   }

@@ -29,7 +29,7 @@ std::vector<Diagnostic> CheckWireAlways(const ModuleModel& model) {
       const SignalDecl* declaration = FindDeclaration(model, declarations, name);
       if (declaration == nullptr || !IsNet(*declaration)) continue;
       findings.push_back(
-          MakeDiagnostic("error", block.startLine, "wire-always",
+          MakeDiagnostic(CheckId::kWireAlways, block.startLine,
                          "wire signal '" + name + "' cannot be assigned in always block (use reg instead)"));
     }
   }

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "lint/diagnostic.h"
 #include "lint/module_model.h"
 
 namespace quill {

@@ -1,5 +1,9 @@
 #include "lint/checks/run_checks.h"
 
+#include <array>
+#include <cstddef>
+#include <iterator>
+
 #include "lint/checks/checks.h"
 
 namespace quill {
@@ -8,24 +12,33 @@ namespace {
 using CheckFunction = std::vector<Diagnostic> (*)(const ModuleModel&);
 
 struct CheckEntry {
-  const char* name;
+  CheckId id;
   CheckFunction run;
 };
 
-// The fixed order in which findings are reported.
-constexpr CheckEntry kChecks[] = {
-    {"latch", CheckLatch},
-    {"multi-driver", CheckMultiDriver},
-    {"width-mismatch", CheckWidthMismatch},
-    {"blocking-assign", CheckBlockingAssign},
-    {"dupli-define", CheckDuplicateDefine},
-    {"repeated-assig", CheckRepeatedAssign},
-    {"used-bef-declare", CheckUsedBeforeDeclare},
-    {"comb-loop", CheckCombLoop},
-    {"dupli-inst", CheckDuplicateInstance},
-    {"reg-assign", CheckRegAssign},
-    {"wire-always", CheckWireAlways},
-};
+// Every check of the table beside its function, in the table's order, which
+// is the order findings are reported in.
+constexpr std::array<CheckEntry, kCheckTable.size()> kChecks = {{
+    {CheckId::kLatch, CheckLatch},
+    {CheckId::kMultiDriver, CheckMultiDriver},
+    {CheckId::kWidthMismatch, CheckWidthMismatch},
+    {CheckId::kBlockingAssign, CheckBlockingAssign},
+    {CheckId::kDuplicateDefine, CheckDuplicateDefine},
+    {CheckId::kRepeatedAssign, CheckRepeatedAssign},
+    {CheckId::kUsedBeforeDeclare, CheckUsedBeforeDeclare},
+    {CheckId::kCombLoop, CheckCombLoop},
+    {CheckId::kDuplicateInstance, CheckDuplicateInstance},
+    {CheckId::kRegAssign, CheckRegAssign},
+    {CheckId::kWireAlways, CheckWireAlways},
+}};
+
+constexpr bool ChecksFollowTheTable() {
+  for (std::size_t i = 0; i < kChecks.size(); ++i) {
+    if (kChecks[i].id != kCheckTable[i].id || kChecks[i].run == nullptr) return false;
+  }
+  return true;
+}
+static_assert(ChecksFollowTheTable(), "kChecks pairs each check table entry with its function, in table order");
 
 }  // namespace
 

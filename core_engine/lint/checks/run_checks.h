@@ -3,11 +3,12 @@
 
 #include <vector>
 
+#include "lint/diagnostic.h"
 #include "lint/module_model.h"
 
 namespace quill {
 
-// Runs the eleven checks in their fixed order and concatenates their
+// Runs the checks of the check table in its order and concatenates their
 // findings, unsorted.
 std::vector<Diagnostic> RunChecks(const ModuleModel& model);
 

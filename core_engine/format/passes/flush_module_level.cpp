@@ -1,0 +1,87 @@
+#include "format/passes/flush_module_level.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "common/pattern.h"
+#include "common/text_utils.h"
+#include "format/scan/alignment_utils.h"
+#include "format/scan/block_words.h"
+#include "format/scan/pattern_table.h"
+
+namespace quill {
+namespace {
+
+const Pattern& PortListClosePattern() {
+  static const Pattern pattern(R"(^\s*\)\s*;)", CaseMode::kSensitive, LimitPolicy::kNoMatch);
+  return pattern;
+}
+
+// The first match of "//.*$" in a line without LF: "." stops at a CR, so the
+// comment is the first "//" behind the line's last CR.
+std::string_view TrailingComment(std::string_view t) {
+  const std::size_t lastCr = t.rfind('\r');
+  const std::size_t from = lastCr == std::string_view::npos ? 0 : lastCr + 1;
+  const std::size_t open = t.find("//", from);
+  return open == std::string_view::npos ? std::string_view() : t.substr(open);
+}
+
+std::string EndmoduleLine(std::string_view t) {
+  std::string line = "endmodule";
+  std::string_view comment = TrailingComment(t);
+  if (!comment.empty()) {
+    line.push_back(' ');
+    line.append(comment);
+  }
+  return line;
+}
+
+}  // namespace
+
+// An anchored pattern runs only on a line whose first byte or leading word
+// allows a match.
+std::string FlushModuleLevel(std::string_view text) {
+  const PatternTable& patterns = Patterns();
+  LineJoiner output(text.size());
+  LineReader reader(text);
+  std::string_view line;
+  bool inHeader = false;
+  std::int64_t depth = 0;
+  while (reader.Next(&line)) {
+    const std::string_view t = TrimmedView(line);
+    const char first = LeadingByteLower(t);
+    const std::string_view word = LeadingPatternWord(t);
+    if (t.empty() || (first == '/' && patterns.kLineCommentStartPattern.Search(t))) {
+      output.Add(line);
+      continue;
+    }
+    if (IsOneOfIgnoringCase(word, {"endmodule"}) && patterns.kEndmodulePattern.Search(t)) {
+      output.Add(EndmoduleLine(t));
+      depth = 0;
+      inHeader = false;
+      continue;
+    }
+    if (IsOneOfIgnoringCase(word, {"module"}) && patterns.kModulePattern.Search(t)) {
+      output.Add(line);
+      depth = 0;
+      inHeader = true;
+      continue;
+    }
+    // Port lines keep their place up to the ");" that closes the list.
+    if (inHeader) {
+      if (first != ')' || !PortListClosePattern().Search(t)) {
+        output.Add(line);
+        continue;
+      }
+      inHeader = false;
+    }
+    std::string storage;
+    const BlockWordCounts counts = CountBlockWords(CodeOf(t, &storage));
+    const std::int64_t after = std::max<std::int64_t>(depth - counts.endcases - counts.ends, 0);
+    output.Add(after == 0 && StartsWithDeclKeyword(t) ? t : line);
+    depth = std::max<std::int64_t>(depth + counts.cases - counts.endcases - counts.ends + counts.begins, 0);
+  }
+  return output.Take();
+}
+
+}  // namespace quill

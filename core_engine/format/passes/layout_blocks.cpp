@@ -1,0 +1,99 @@
+#include "format/passes/layout_blocks.h"
+
+#include <cstdint>
+#include <limits>
+#include <utility>
+#include <vector>
+
+#include "common/text_utils.h"
+#include "format/scan/alignment_utils.h"
+#include "format/scan/block_line_facts.h"
+#include "format/scan/block_spans.h"
+#include "format/scan/pattern_table.h"
+
+namespace quill {
+namespace {
+
+// Re-indenting deeply nested blocks can multiply a text's size (each of n
+// nested lines gains up to 4n spaces). A layout that would grow past this
+// bound leaves the block bodies as they are, so that hostile nesting cannot
+// exhaust memory; real sources stay far below it.
+constexpr std::uint64_t kFixedGrowth = std::uint64_t{64} << 20;
+constexpr std::uint64_t kGrowthFactor = 8;
+
+std::string_view WithoutLeadingBlanks(std::string_view line) {
+  std::size_t first = 0;
+  while (first < line.size() && IsBlankByte(line[first])) ++first;
+  return line.substr(first);
+}
+
+// Assign and endgenerate lines go to column 0.
+bool MovesToColumnZero(std::string_view line) {
+  const PatternTable& p = Patterns();
+  const std::string_view word = LeadingPatternWord(line);
+  return (IsOneOfIgnoringCase(word, {"assign"}) && p.kAssignPattern.Search(line)) ||
+         (IsOneOfIgnoringCase(word, {"endgenerate"}) && p.kEndgeneratePattern.Search(line));
+}
+
+// The layout without block indentation: only assign and endgenerate lines
+// move.
+std::string LayOutWithoutBlocks(std::string_view text) {
+  LineJoiner output(text.size());
+  LineReader reader(text);
+  std::string_view line;
+  while (reader.Next(&line)) output.Add(MovesToColumnZero(line) ? WithoutLeadingBlanks(line) : line);
+  return output.Take();
+}
+
+// The blocks that end after their start line, by ascending start, and the
+// number of lines read.
+std::vector<Block> FindBlocks(std::string_view text, std::size_t* lineCount) {
+  BlockEndFinder finder;
+  LineReader reader(text);
+  std::string_view line;
+  std::size_t count = 0;
+  for (; reader.Next(&line); ++count) finder.Add(ReadBlockLineFacts(line), BlockStartingAt(line));
+  *lineCount = count;
+  std::vector<Block> blocks = finder.Finish();
+  std::erase_if(blocks, [](const Block& block) { return block.span.last <= block.span.first; });
+  return blocks;
+}
+
+}  // namespace
+
+// The lines are read twice: once to find where the blocks end, once to write
+// them. Lines inside a block become their trimmed text behind their steps of
+// four spaces (none when they go to column 0); blank lines and lines outside
+// blocks keep their indentation.
+std::string LayoutBlocks(std::string_view text) {
+  std::size_t lineCount = 0;
+  std::vector<Block> blocks = FindBlocks(text, &lineCount);
+  if (blocks.empty() || lineCount > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
+    return LayOutWithoutBlocks(text);
+  }
+
+  const std::uint64_t bound = kFixedGrowth + kGrowthFactor * text.size();
+  BodyIndenter indenter(std::move(blocks));
+  std::string result;
+  result.reserve(text.size() + text.size() / 4);
+  LineReader reader(text);
+  std::string_view line;
+  for (bool first = true; reader.Next(&line); first = false) {
+    const std::int64_t levels = indenter.Next(ReadBlockLineFacts(line));
+    const bool toColumnZero = MovesToColumnZero(line);
+    std::uint64_t spaces = 0;
+    std::string_view rest = toColumnZero ? WithoutLeadingBlanks(line) : line;
+    if (levels >= 0) {
+      spaces = toColumnZero ? 0 : static_cast<std::uint64_t>(levels) * 4;
+      rest = TrimmedView(line);
+    }
+    // The layout's size counts one byte per line besides the lines' text.
+    if (result.size() + (first ? 0 : 1) + spaces + rest.size() + 1 > bound) return LayOutWithoutBlocks(text);
+    if (!first) result.push_back('\n');
+    result.append(static_cast<std::size_t>(spaces), ' ');
+    result.append(rest);
+  }
+  return result;
+}
+
+}  // namespace quill

@@ -1,0 +1,100 @@
+#include "format/scan/block_line_facts.h"
+
+#include <string>
+
+#include "common/text_utils.h"
+#include "format/scan/block_words.h"
+#include "format/scan/pattern_table.h"
+
+namespace quill {
+namespace {
+
+// Whether "\bif\b\s*\(.+?\)\s*$" matches somewhere in `code`, found by one
+// scan instead of a lazy match tried from every "if". A match needs the last
+// non-space byte to be ")", and an "if (" whose "(" stands at least two bytes
+// before it with no CR or LF in between ("." stops at both).
+bool EndsWithIfHeader(std::string_view code) {
+  std::size_t end = code.size();
+  while (end > 0 && IsSpaceByte(code[end - 1])) --end;
+  if (end == 0 || code[end - 1] != ')') return false;
+  const std::size_t close = end - 1;
+  std::size_t minOpen = close;
+  while (minOpen > 0 && code[minOpen - 1] != '\r' && code[minOpen - 1] != '\n') --minOpen;
+  for (std::size_t at = code.find("if"); at != std::string_view::npos; at = code.find("if", at + 1)) {
+    if (at > 0 && IsWordByte(code[at - 1])) continue;
+    std::size_t open = at + 2;
+    if (open < code.size() && IsWordByte(code[open])) continue;
+    while (open < code.size() && IsSpaceByte(code[open])) ++open;
+    if (open < code.size() && code[open] == '(' && open >= minOpen && open + 2 <= close) return true;
+  }
+  return false;
+}
+
+// Whether `t` begins with a word and ":" after white space, as
+// kLabelPattern ("^\s*(\w+)\s*:\s*(.*)") requires.
+bool HasLabelShape(std::string_view t) {
+  std::size_t pos = 0;
+  while (pos < t.size() && IsSpaceByte(t[pos])) ++pos;
+  const std::size_t word = pos;
+  while (pos < t.size() && IsWordByte(t[pos])) ++pos;
+  if (pos == word) return false;
+  while (pos < t.size() && IsSpaceByte(t[pos])) ++pos;
+  return pos < t.size() && t[pos] == ':';
+}
+
+// A case label alone on its line ("IDLE:", "default: // idle"), which puts
+// the next line one step further in.
+bool IsBareLabelText(std::string_view t) {
+  if (!HasLabelShape(t)) return false;
+  Match match;
+  if (!Patterns().kLabelPattern.Search(t, &match)) return false;
+  const std::string rest = Trim(match.Group(2));
+  return rest.empty() || rest.compare(0, 2, "//") == 0;
+}
+
+bool StartsStatement(std::string_view t) {
+  return IsOneOfIgnoringCase(LeadingPatternWord(t),
+                             {"always", "initial", "module", "endmodule", "assign", "wire", "reg", "logic"}) &&
+         Patterns().kStatementStartPattern.Search(t);
+}
+
+}  // namespace
+
+// An anchored pattern runs only on a line whose leading word is one of its
+// words; a search for "begin" only on a line that holds the letters.
+BlockLineFacts ReadBlockLineFacts(std::string_view line) {
+  const PatternTable& p = Patterns();
+  BlockLineFacts facts;
+  const std::string_view t = TrimmedView(line);
+  facts.isBlank = t.empty();
+  if (t.empty()) return facts;
+  std::string storage;
+  const std::string_view code = CodeOf(t, &storage);
+  const BlockWordCounts counts = CountBlockWords(code);
+  facts.begins = counts.begins;
+  facts.ends = counts.ends;
+  facts.cases = counts.cases;
+  facts.endcases = counts.endcases;
+  const std::string_view word = LeadingPatternWord(code);
+  facts.opensGenerate = IsOneOfIgnoringCase(word, {"generate"}) && p.kGeneratePattern.Search(code);
+  facts.closesGenerate = IsOneOfIgnoringCase(word, {"endgenerate"}) && p.kEndgeneratePattern.Search(code);
+  facts.startsStatement = StartsStatement(t);
+  facts.mentionsBegin = facts.begins > 0 || (t.find("begin") != std::string_view::npos && p.kBeginPattern.Search(t));
+  facts.isLoneBegin = t == "begin";
+  facts.isSignificant = t.compare(0, 2, "//") != 0;
+  facts.endsIfHeader = EndsWithIfHeader(code);
+  facts.isBareLabel = IsBareLabelText(t);
+  return facts;
+}
+
+BlockKind BlockStartingAt(std::string_view line) {
+  const PatternTable& p = Patterns();
+  const std::string_view word = LeadingPatternWord(line);
+  if (IsOneOfIgnoringCase(word, {"always_ff", "always_comb", "always"}) && p.kAlwaysPattern.Search(line)) {
+    return BlockKind::kAlways;
+  }
+  if (IsOneOfIgnoringCase(word, {"generate"}) && p.kGeneratePattern.Search(line)) return BlockKind::kGenerate;
+  return BlockKind::kNone;
+}
+
+}  // namespace quill

@@ -1,0 +1,213 @@
+#include "format/scan/find_instance.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "common/pattern.h"
+#include "format/scan/alignment_utils.h"
+#include "format/scan/instance_heads.h"
+#include "format/scan/pattern_table.h"
+
+namespace quill {
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n";
+
+std::size_t LeadingBlanks(std::string_view s) {
+  std::size_t count = 0;
+  while (count < s.size() && IsBlankByte(s[count])) ++count;
+  return count;
+}
+
+// The line without its trailing blanks; positions stay those of the line.
+std::string_view TrimmedRight(std::string_view line) {
+  return TrimRightOf(line, kBlanks);
+}
+
+// One space and the "//" comment that starts at or after `from` in `body`,
+// or "" when there is none.
+std::string CommentFrom(std::string_view body, std::size_t from) {
+  if (from > body.size()) return "";
+  std::size_t slashes = body.find("//", from);
+  if (slashes == std::string_view::npos) return "";
+  return " " + std::string(body.substr(slashes));
+}
+
+std::string CollapseBlankRuns(std::string_view s) {
+  static const Pattern kBlankRunPattern("\\s+", CaseMode::kSensitive, LimitPolicy::kNoMatch);
+  return kBlankRunPattern.ReplaceAll(s, " ");
+}
+
+bool StartsWithBlockKeyword(std::string_view trimmed) {
+  return IsOneOfIgnoringCase(LeadingPatternWord(trimmed),
+                             {"module",      "function", "task",     "if",          "else",    "case",      "casex",
+                              "casez",       "for",      "while",    "forever",     "assign",  "always",    "always_ff",
+                              "always_comb", "initial",  "generate", "endgenerate", "specify", "endspecify"}) &&
+         Patterns().kBlockKeywordPattern.Search(trimmed);
+}
+
+bool IsCommentOrBlankLine(std::string_view line) {
+  std::string_view rest = line.substr(LeadingBlanks(line));
+  return rest.empty() || rest.starts_with("//");
+}
+
+// Where the port list opens and how the header reads.
+struct HeaderParts {
+  TextPosition open;
+  std::string header;
+  std::size_t paramEnd = 0;  // parameter lines run from the line after the header up to here (exclusive)
+  std::string nameLine;
+};
+
+// "type name (" on one line.
+HeaderParts ReadPlainHeader(std::string_view line, std::size_t start, std::size_t indent, const Match& head) {
+  std::size_t paren = indent + head.End(0) - 1;
+  HeaderParts parts{{start, paren}, head.Str(1) + " " + head.Str(2) + " (", 0, {}};
+  parts.header += CommentFrom(TrimmedRight(line), paren + 1);
+  return parts;
+}
+
+// "type #(" with the parameter block closed on the same line or a later one,
+// followed by "name (".
+std::optional<HeaderParts> ReadParamHeader(const LineViews& lines, const ParenthesisMatches& parens, std::size_t start,
+                                           std::size_t indent, const Match& head) {
+  const std::size_t hashParen = indent + head.End(0) - 1;
+  std::optional<TextPosition> blockClose = parens.FindClose({start, hashParen});
+  if (!blockClose) return std::nullopt;
+
+  std::string_view nameText = lines[blockClose->line];
+  std::size_t restBegin = blockClose->column + 1;
+  restBegin += LeadingBlanks(nameText.substr(restBegin));
+  Match call;
+  if (!Patterns().kCallHeadPattern.Search(nameText.substr(restBegin), &call)) return std::nullopt;
+  const std::size_t portParen = restBegin + call.End(0) - 1;
+  const std::string_view nameBody = TrimmedRight(nameText);
+
+  HeaderParts parts;
+  parts.open = {blockClose->line, portParen};
+  if (blockClose->line == start) {
+    // The header keeps its own text up to the port list's "(", with blank
+    // runs collapsed; no blank is added where the text has none.
+    std::string header = CollapseBlankRuns(nameText.substr(indent, portParen - indent));
+    if (!header.empty() && header.back() == ' ') header.pop_back();
+    parts.header = header + " (" + CommentFrom(nameBody, portParen + 1);
+    return parts;
+  }
+  parts.header = head.Str(1) + " #(" + CommentFrom(TrimmedRight(lines[start]), hashParen + 1);
+  parts.paramEnd = blockClose->line;
+  parts.nameLine = ") " + call.Str(1) + " (" + CommentFrom(nameBody, portParen + 1);
+  return parts;
+}
+
+// "type name" alone, the port list's "(" first on the next line that is
+// neither blank nor a "//" line.
+std::optional<HeaderParts> ReadSplitHeader(const LineViews& lines, std::size_t start, const Match& head) {
+  std::size_t next = start + 1;
+  while (next < lines.size() && IsCommentOrBlankLine(lines[next])) ++next;
+  if (next == lines.size()) return std::nullopt;
+  std::size_t paren = LeadingBlanks(lines[next]);
+  if (lines[next][paren] != '(') return std::nullopt;
+  return HeaderParts{{next, paren}, head.Str(1) + " " + head.Str(2) + " (", 0, {}};
+}
+
+// A lone type word, the next line reading "name (".
+std::optional<HeaderParts> ReadTypeWordHeader(const LineViews& lines, std::size_t start, const Match& head) {
+  if (start + 1 >= lines.size()) return std::nullopt;
+  std::string_view next = lines[start + 1];
+  std::size_t indent = LeadingBlanks(next);
+  Match call;
+  if (!Patterns().kCallHeadPattern.Search(next.substr(indent), &call)) return std::nullopt;
+  std::size_t paren = indent + call.End(0) - 1;
+  std::string header = head.Str(1) + " " + call.Str(1) + " (" + CommentFrom(TrimmedRight(next), paren + 1);
+  return HeaderParts{{start + 1, paren}, std::move(header), 0, {}};
+}
+
+// The header forms are tried in order; each pattern runs only on a line of
+// its shape.
+std::optional<HeaderParts> ReadHeader(const LineViews& lines, const ParenthesisMatches& parens, std::size_t start,
+                                      std::size_t indent, std::string_view trimmed) {
+  const PatternTable& patterns = Patterns();
+  Match head;
+  if (HasInstanceHead(trimmed) && patterns.kInstanceHeadPattern.Search(trimmed, &head)) {
+    return ReadPlainHeader(lines[start], start, indent, head);
+  }
+  if (HasParamInstanceHead(trimmed) && patterns.kParamInstanceHeadPattern.Search(trimmed, &head)) {
+    return ReadParamHeader(lines, parens, start, indent, head);
+  }
+  if (IsTypeAndName(trimmed) && patterns.kTypeAndNamePattern.Search(trimmed, &head)) {
+    return ReadSplitHeader(lines, start, head);
+  }
+  if (IsSingleWord(trimmed) && patterns.kSingleWordPattern.Search(trimmed, &head)) {
+    return ReadTypeWordHeader(lines, start, head);
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+ParenthesisMatches::ParenthesisMatches(const LineViews& lines) {
+  lineStarts_.reserve(lines.size());
+  std::vector<std::size_t> pending;  // indices into opens_ still waiting for their ")"
+  std::size_t base = 0;
+  for (std::string_view line : lines) {
+    lineStarts_.push_back(base);
+    for (std::size_t pos = 0; pos < line.size(); ++pos) {
+      if (line[pos] == '(') {
+        pending.push_back(opens_.size());
+        opens_.push_back(base + pos);
+        closes_.push_back(kNone);
+      } else if (line[pos] == ')' && !pending.empty()) {
+        closes_[pending.back()] = base + pos;
+        pending.pop_back();
+      }
+    }
+    base += line.size() + 1;
+  }
+}
+
+std::optional<TextPosition> ParenthesisMatches::FindClose(TextPosition open) const {
+  if (open.line >= lineStarts_.size()) return std::nullopt;
+  const std::size_t offset = lineStarts_[open.line] + open.column;
+  auto found = std::lower_bound(opens_.begin(), opens_.end(), offset);
+  if (found == opens_.end() || *found != offset) return std::nullopt;
+  const std::size_t close = closes_[static_cast<std::size_t>(found - opens_.begin())];
+  if (close == kNone) return std::nullopt;
+  auto lineAfter = std::upper_bound(lineStarts_.begin(), lineStarts_.end(), close);
+  const std::size_t line = static_cast<std::size_t>(lineAfter - lineStarts_.begin()) - 1;
+  return TextPosition{line, close - lineStarts_[line]};
+}
+
+std::optional<InstanceSpan> FindInstance(const LineViews& lines, const ParenthesisMatches& parens, std::size_t start) {
+  if (start >= lines.size()) return std::nullopt;
+  const std::string_view line = lines[start];
+  const std::string_view trimmed = TrimmedView(line);
+  // Every header form begins with a word; no block keyword starts an
+  // instance.
+  if (trimmed.empty() || !IsWordByte(trimmed[0])) return std::nullopt;
+  if (StartsWithBlockKeyword(trimmed)) return std::nullopt;
+  const std::size_t indent = LeadingBlanks(line);
+  std::optional<HeaderParts> parts = ReadHeader(lines, parens, start, indent, trimmed);
+  if (!parts) return std::nullopt;
+  std::optional<TextPosition> close = parens.FindClose(parts->open);
+  if (!close) return std::nullopt;
+
+  InstanceSpan span;
+  span.startLine = start;
+  span.openLine = parts->open.line;
+  span.closeLine = close->line;
+  span.endLine = close->line;
+  span.indent = indent;
+  span.header = std::move(parts->header);
+  for (std::size_t i = start + 1; i < parts->paramEnd; ++i) span.paramLines.push_back(Trim(lines[i]));
+  span.nameLine = std::move(parts->nameLine);
+  span.openColumn = parts->open.column;
+  span.closeColumn = close->column;
+  return span;
+}
+
+std::optional<InstanceSpan> FindInstance(const TextLines& lines, std::size_t start) {
+  const LineViews views = ViewsOf(lines);
+  return FindInstance(views, ParenthesisMatches(views), start);
+}
+
+}  // namespace quill

@@ -1,0 +1,36 @@
+// Patterns the formatter's hand-written scanners stand for. The engine no
+// longer compiles them; the tests keep them as the plain statement of the
+// rules the scanners must agree with.
+#ifndef QUILL_TESTS_FORMAT_REFERENCE_PATTERNS_H_
+#define QUILL_TESTS_FORMAT_REFERENCE_PATTERNS_H_
+
+#include "common/pattern.h"
+
+namespace quill {
+
+struct ReferencePatternTable {
+  Pattern kEndPattern{R"(\bend\b)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
+  Pattern kCasePattern{R"(\bcase[zx]?\b)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
+  Pattern kEndcasePattern{R"(\bendcase\b)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
+  Pattern kPortDeclPattern{
+      R"(^\s*(input|output|inout)\s*(wire|reg|logic)?\s*(signed\s+)?(\[[^\]]*\])?\s*(\w+(?:\s*=\s*\S+)?)\s*(\[[^\]]*\])?\s*(,?)\s*(//.*)?$)",
+      CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
+  Pattern kModuleHeaderPattern{R"(^\s*module\s+(.+?)\s*(?=[#(\n\r]|$))", CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
+  Pattern kNetDeclPattern{
+      R"(^\s*(wire|reg|logic)\s*(signed\s+)?(\[[^\]]*\])?\s*(\w+(?:\s*=\s*\S+)?)\s*(\[[^\]]*\])?\s*;\s*(//.*)?$)",
+      CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
+  Pattern kParamDeclPattern{R"(^\s*(parameter|localparam)?\s*(\[[^\]]*\])?\s*(\w+)\s*(=\s*.+?)\s*([,;])?\s*(//.*)?$)",
+                            CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
+  Pattern kIfHeaderPattern{R"(\bif\b\s*\(.+?\)\s*$)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
+  Pattern kBlockCommentPattern{R"(/\*[\s\S]*?\*/)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
+  Pattern kLineCommentPattern{R"(//[^\n]*)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
+};
+
+inline const ReferencePatternTable& ReferencePatterns() {
+  static const ReferencePatternTable kTable;
+  return kTable;
+}
+
+}  // namespace quill
+
+#endif  // QUILL_TESTS_FORMAT_REFERENCE_PATTERNS_H_
