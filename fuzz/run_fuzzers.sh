@@ -15,7 +15,7 @@ build=${1:?build folder}
 seconds=${2:-60}
 shift $(( $# < 2 ? $# : 2 ))
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(format lint highlight lsp tool_format)
+[ ${#targets[@]} -gt 0 ] || targets=(format lint highlight lsp tool_format structure)
 corpus=${QUILL_CORPUS_DIR:-../shared/corpus}
 work=${QUILL_FUZZ_WORK:-$build/fuzz-work}
 mkdir -p "$work"
@@ -79,6 +79,7 @@ for target in "${targets[@]}"; do
     format|lint) run "$target" fuzz/verilog.dict "$(seed "$target" v sv vh svh)" ;;
     highlight) run highlight fuzz/constraint.dict "$(seed highlight xdc sdc tcl qsf cst pcf lpf ucf)" ;;
     lsp) run lsp fuzz/verilog.dict "$(seed lsp)" ;;
+    structure) run structure fuzz/verilog.dict "$(seed structure v sv vh svh)" ;;
     tool_format) run tool_format fuzz/verilog.dict "$(seed tool_format v sv vh svh)" ;;
     *) echo "unknown fuzz target: $target" >&2; exit 2 ;;
   esac
