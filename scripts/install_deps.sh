@@ -11,6 +11,7 @@ packages=(
   # The package tests: CPack's Debian packages (dpkg-shlibdeps, file), the
   # manual page, the shell completions and the pre-commit hooks.
   dpkg-dev file groff-base man-db zsh fish pre-commit python3-yaml
+  emacs-nox elpa-eglot
 )
 # Node.js runs the language-server client test; any installed Node will do.
 if ! command -v node >/dev/null || ! command -v npm >/dev/null; then

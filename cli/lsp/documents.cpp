@@ -33,15 +33,17 @@ std::pair<std::size_t, std::uint32_t> SequenceAt(std::string_view bytes, std::si
 }  // namespace
 
 DocumentKind KindOf(std::string_view languageId, std::string_view uri) {
+  // A known extension wins: one server started for one mode serves every
+  // mode with that mode's language id in some clients.
+  const std::string path = Lower(uri);
+  if (EndsWithAny(path, {".v", ".sv", ".vh", ".svh"})) return DocumentKind::kVerilog;
+  if (EndsWithAny(path, {".xdc", ".sdc", ".tcl", ".qsf", ".cst", ".pcf", ".lpf", ".ucf"})) {
+    return DocumentKind::kConstraint;
+  }
   const std::string id = Lower(languageId);
   if (id == "verilog" || id == "systemverilog") return DocumentKind::kVerilog;
   if (id == "tcl" || id == "xdc" || id == "sdc" || id == "qsf" || id == "cst" || id == "pcf" || id == "lpf" ||
       id == "ucf") {
-    return DocumentKind::kConstraint;
-  }
-  const std::string path = Lower(uri);
-  if (EndsWithAny(path, {".v", ".sv", ".vh", ".svh"})) return DocumentKind::kVerilog;
-  if (EndsWithAny(path, {".xdc", ".sdc", ".tcl", ".qsf", ".cst", ".pcf", ".lpf", ".ucf"})) {
     return DocumentKind::kConstraint;
   }
   return DocumentKind::kOther;

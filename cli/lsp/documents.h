@@ -14,8 +14,9 @@ namespace quill::lsp {
 
 enum class DocumentKind { kVerilog, kConstraint, kOther };
 
-// Verilog and SystemVerilog by language id or by .v .sv .vh .svh; constraint
-// and Tcl by id or by .xdc .sdc .tcl .qsf .cst .pcf .lpf .ucf.
+// Verilog and SystemVerilog by .v .sv .vh .svh, constraint and Tcl by .xdc
+// .sdc .tcl .qsf .cst .pcf .lpf .ucf; the language id decides only for other
+// names.
 DocumentKind KindOf(std::string_view languageId, std::string_view uri);
 
 struct Position {

@@ -32,8 +32,11 @@ struct FormattingResult {
 };
 
 // Minimal TextEdits that turn the text into its formatted form, from a line
-// diff; with a range, only the edits that touch those lines. Edits that would
-// drop any non-blank character of the text are refused instead.
+// diff. With a range, only lines inside it change: a change that reaches
+// past the range is clipped to its lines when they are replaced one for one
+// and dropped otherwise; lines are inserted only between two lines of the
+// range. Edits that would drop any non-blank character of the text are
+// refused instead.
 FormattingResult FormattingEdits(std::string_view text, std::optional<LineRange> range);
 
 // The fixed semantic-token legend.

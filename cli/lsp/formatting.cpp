@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <unordered_map>
 #include <vector>
 
@@ -86,23 +87,41 @@ FormattingResult FormattingEdits(std::string_view text, std::optional<LineRange>
 
   std::string applied;  // the text as the chosen edits leave it, for the guard
   std::size_t copied = 0;
-  for (const Hunk& hunk : DiffUnits(before, after)) {
-    if (range) {
-      const bool pureInsert = hunk.oldFirst == hunk.oldEnd;
-      const std::size_t lastTouched = pureInsert ? hunk.oldFirst : hunk.oldEnd - 1;
-      if (lastTouched < range->first || hunk.oldFirst > static_cast<std::size_t>(range->last) + (pureInsert ? 1 : 0)) {
-        continue;
-      }
-    }
+  auto emit = [&](std::size_t oldFirst, std::size_t oldEnd, std::size_t newFirst, std::size_t newEnd) {
     std::string replacement;
-    for (std::size_t k = hunk.newFirst; k < hunk.newEnd; ++k) replacement.append(after[k]);
-    const std::size_t from = offsets[hunk.oldFirst], to = offsets[hunk.oldEnd];
+    for (std::size_t k = newFirst; k < newEnd; ++k) replacement.append(after[k]);
+    const std::size_t from = offsets[oldFirst], to = offsets[oldEnd];
+    if (text.substr(from, to - from) == replacement) return;
     applied.append(text.substr(copied, from - copied));
     applied.append(replacement);
     copied = to;
     result.edits.push_back({{"range", {{"start", PositionJson(lines.PositionOf(from))},
                                        {"end", PositionJson(lines.PositionOf(to))}}},
                             {"newText", replacement}});
+  };
+  for (const Hunk& hunk : DiffUnits(before, after)) {
+    if (!range) {
+      emit(hunk.oldFirst, hunk.oldEnd, hunk.newFirst, hunk.newEnd);
+      continue;
+    }
+    const std::size_t first = range->first, last = range->last;
+    if (hunk.oldFirst == hunk.oldEnd) {
+      // An insertion between two lines of the range.
+      if (hunk.oldFirst > first && hunk.oldFirst <= last) emit(hunk.oldFirst, hunk.oldEnd, hunk.newFirst, hunk.newEnd);
+      continue;
+    }
+    if (hunk.oldEnd - 1 < first || hunk.oldFirst > last) continue;
+    if (hunk.oldFirst >= first && hunk.oldEnd - 1 <= last) {
+      emit(hunk.oldFirst, hunk.oldEnd, hunk.newFirst, hunk.newEnd);
+      continue;
+    }
+    // The change spills out of the range. Lines replaced one for one are
+    // clipped to those inside it; any other change is left alone.
+    if (hunk.oldEnd - hunk.oldFirst != hunk.newEnd - hunk.newFirst) continue;
+    for (std::size_t k = std::max(hunk.oldFirst, first); k <= std::min(hunk.oldEnd - 1, last); ++k) {
+      const std::size_t paired = hunk.newFirst + (k - hunk.oldFirst);
+      emit(k, k + 1, paired, paired + 1);
+    }
   }
   applied.append(text.substr(copied));
   std::vector<std::uint32_t> lost = cli::FindLostLines(text, applied);

@@ -484,8 +484,9 @@ class Scanner {
 
 }  // namespace
 
-FileStructure ScanStructure(std::string_view text) {
-  const TokenizedText tokenized = TokenizeVerilog(text);
+FileStructure ScanStructure(std::string_view text) { return ScanStructure(text, TokenizeVerilog(text)); }
+
+FileStructure ScanStructure(std::string_view text, const TokenizedText& tokenized) {
   const TokenView view(text, tokenized.tokens);
   FileStructure structure;
   structure.modules = Scanner(text, view).Run();

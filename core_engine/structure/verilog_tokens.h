@@ -43,6 +43,9 @@ inline std::string_view TextOf(std::string_view text, const Token& token) {
   return text.substr(token.begin, token.end - token.begin);
 }
 
+// ScanStructure on a text tokenized already.
+FileStructure ScanStructure(std::string_view text, const TokenizedText& tokenized);
+
 // The span of tokens [first, last], both inclusive.
 Span SpanOfTokens(const Token& first, const Token& last);
 

@@ -1,15 +1,23 @@
 // Drives `quill lsp` through vscode-languageserver-protocol, the protocol
-// library of VS Code's own language client: initialize, open files, receive
-// diagnostics, format, range-format, semantic tokens, shutdown.
+// library of VS Code's own language client: initialize on a workspace folder,
+// index it with progress, open files, receive diagnostics, format,
+// range-format, semantic tokens, outline, definition across files, hover,
+// references, folding, code actions, hostile requests, shutdown.
 'use strict';
 
 const assert = require('node:assert/strict');
+const fs = require('node:fs');
+const os = require('node:os');
+const path = require('node:path');
 const { spawn, spawnSync } = require('node:child_process');
 const {
   createProtocolConnection, StreamMessageReader, StreamMessageWriter, InitializeRequest,
   InitializedNotification, DidOpenTextDocumentNotification, DidChangeTextDocumentNotification,
   PublishDiagnosticsNotification, DocumentFormattingRequest, DocumentRangeFormattingRequest,
   SemanticTokensRequest, SemanticTokensRangeRequest, ShutdownRequest, ExitNotification,
+  DocumentSymbolRequest, DefinitionRequest, HoverRequest, ReferencesRequest, FoldingRangeRequest,
+  CodeActionRequest, WorkspaceSymbolRequest, DocumentHighlightRequest, WorkDoneProgressCreateRequest,
+  RegistrationRequest, DidChangeWatchedFilesNotification,
 } = require('vscode-languageserver-protocol/node');
 
 const quill = process.argv[2];
@@ -40,6 +48,16 @@ async function main() {
     diagnostics.set(params.uri, params.diagnostics);
     waiters.splice(0).forEach((w) => w());
   });
+  let progressEnded;
+  const indexed = new Promise((resolve) => { progressEnded = resolve; });
+  const progressKinds = [];
+  connection.onRequest(WorkDoneProgressCreateRequest.type, () => null);
+  const registrations = [];
+  connection.onRequest(RegistrationRequest.type, (params) => { registrations.push(...params.registrations); return null; });
+  connection.onNotification('$/progress', (params) => {
+    progressKinds.push(params.value.kind);
+    if (params.value.kind === 'end') progressEnded();
+  });
   connection.listen();
   const waitForDiagnostics = async (uri, predicate) => {
     for (let tries = 0; tries < 50; ++tries) {
@@ -49,8 +67,26 @@ async function main() {
     throw new Error(`no diagnostics for ${uri}`);
   };
 
+  // A workspace of two files on disk, indexed by the server.
+  const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'quill-lsp-'));
+  const topText = 'module top(input clk, output [3:0] q);\n  wire [3:0] count;\n' +
+                  '  counter #(.W(4)) u_count (.clk(clk), .q(count));\n  assign q = count;\nendmodule\n';
+  const counterText = '// counts clock edges\n// on every rising edge\nmodule counter #(parameter W = 8) (\n' +
+                      '  input clk,\n  output reg [W-1:0] q\n);\n  always @(posedge clk) begin\n    q = q + 1;\n' +
+                      '  end\nendmodule\n';
+  fs.writeFileSync(path.join(folder, 'top.v'), topText);
+  fs.mkdirSync(path.join(folder, 'rtl'));
+  fs.writeFileSync(path.join(folder, 'rtl', 'counter.v'), counterText);
+  const folderUri = 'file://' + folder;
   const init = await connection.sendRequest(InitializeRequest.type,
-    { processId: process.pid, rootUri: null, capabilities: {} });
+    { processId: process.pid, rootUri: folderUri, workspaceFolders: [{ uri: folderUri, name: 'w' }],
+      capabilities: { window: { workDoneProgress: true },
+                      workspace: { didChangeWatchedFiles: { dynamicRegistration: true } } } });
+  for (const p of ['documentSymbolProvider', 'workspaceSymbolProvider', 'definitionProvider', 'referencesProvider',
+                   'hoverProvider', 'documentHighlightProvider', 'foldingRangeProvider']) {
+    assert.equal(init.capabilities[p], true, p);
+  }
+  assert.deepEqual(init.capabilities.codeActionProvider.codeActionKinds, ['quickfix']);
   assert.equal(init.capabilities.documentFormattingProvider, true);
   assert.equal(init.capabilities.documentRangeFormattingProvider, true);
   const legend = init.capabilities.semanticTokensProvider.legend;
@@ -88,8 +124,10 @@ async function main() {
     { textDocument: { uri: muri }, range: { start: { line: 4, character: 0 }, end: { line: 5, character: 0 } },
       options: { tabSize: 4, insertSpaces: true } });
   assert.ok(ranged.length > 0 && ranged.length < edits.length, JSON.stringify(ranged));
+  // The range ends at the start of line 5: only line 4 may change.
   for (const e of ranged) {
-    assert.ok(e.range.end.line >= 4 && e.range.start.line <= 6, JSON.stringify(e));
+    assert.ok(e.range.start.line >= 4, JSON.stringify(e));
+    assert.ok(e.range.end.line < 5 || (e.range.end.line === 5 && e.range.end.character === 0), JSON.stringify(e));
   }
 
   const formatted = applyEdits(messy, edits);
@@ -121,6 +159,91 @@ async function main() {
   const rangeTokens = await connection.sendRequest(SemanticTokensRangeRequest.type,
     { textDocument: { uri: xuri }, range: { start: { line: 0, character: 0 }, end: { line: 0, character: 10 } } });
   assert.ok(rangeTokens.data.length > 0);
+
+
+  // A known extension wins over the language id, both ways.
+  const tclNamedUri = 'file:///work/as_tcl.v';
+  connection.sendNotification(DidOpenTextDocumentNotification.type,
+    { textDocument: { uri: tclNamedUri, languageId: 'tcl', version: 1, text: source } });
+  await waitForDiagnostics(tclNamedUri, (d) => d.some((x) => x.code === 'blocking-assign'));
+  const verilogNamedUri = 'file:///work/as_verilog.xdc';
+  connection.sendNotification(DidOpenTextDocumentNotification.type,
+    { textDocument: { uri: verilogNamedUri, languageId: 'verilog', version: 1, text: xdc } });
+  const xdcTokens = await connection.sendRequest(SemanticTokensRequest.type, { textDocument: { uri: verilogNamedUri } });
+  assert.ok(xdcTokens.data.length > 0);
+
+  // Navigation over the indexed workspace.
+  await Promise.race([indexed, new Promise((_, reject) => setTimeout(() => reject(new Error('no progress end')), 20000))]);
+  assert.deepEqual(progressKinds[0], 'begin');
+  assert.ok(registrations.some((r) => r.method === 'workspace/didChangeWatchedFiles'), 'watcher registered');
+  const topUri = folderUri + '/top.v';
+  const counterUri = folderUri + '/rtl/counter.v';
+  connection.sendNotification(DidOpenTextDocumentNotification.type,
+    { textDocument: { uri: topUri, languageId: 'verilog', version: 1, text: topText } });
+  const outline = await connection.sendRequest(DocumentSymbolRequest.type, { textDocument: { uri: topUri } });
+  assert.equal(outline.length, 1);
+  assert.equal(outline[0].name, 'top');
+  assert.deepEqual(outline[0].children.map((c) => c.name), ['clk', 'q', 'count', 'u_count']);
+  const definition = await connection.sendRequest(DefinitionRequest.type,
+    { textDocument: { uri: topUri }, position: { line: 2, character: 4 } });
+  assert.deepEqual(definition, [{ uri: counterUri, range: { start: { line: 2, character: 7 }, end: { line: 2, character: 14 } } }]);
+  const hover = await connection.sendRequest(HoverRequest.type,
+    { textDocument: { uri: topUri }, position: { line: 2, character: 4 } });
+  assert.equal(hover.contents.kind, 'markdown');
+  assert.ok(hover.contents.value.includes('output reg [W-1:0] q'), hover.contents.value);
+  const references = await connection.sendRequest(ReferencesRequest.type,
+    { textDocument: { uri: counterUri }, position: { line: 2, character: 9 }, context: { includeDeclaration: false } });
+  assert.deepEqual(references, [{ uri: topUri, range: { start: { line: 2, character: 2 }, end: { line: 2, character: 9 } } }]);
+  const symbols = await connection.sendRequest(WorkspaceSymbolRequest.type, { query: 'count' });
+  assert.deepEqual(symbols.map((x) => x.name).sort(), ['counter', 'u_count']);
+  const highlights = await connection.sendRequest(DocumentHighlightRequest.type,
+    { textDocument: { uri: topUri }, position: { line: 1, character: 14 } });
+  assert.equal(highlights.length, 3);
+  const folding = await connection.sendRequest(FoldingRangeRequest.type, { textDocument: { uri: counterUri } });
+  assert.deepEqual(folding, [{ startLine: 0, endLine: 1, kind: 'comment' }, { startLine: 2, endLine: 9 },
+                             { startLine: 6, endLine: 8 }]);
+
+  // A quick fix for the blocking assignment the server reports.
+  connection.sendNotification(DidOpenTextDocumentNotification.type,
+    { textDocument: { uri: counterUri, languageId: 'verilog', version: 1, text: counterText } });
+  const counterFindings = await waitForDiagnostics(counterUri, (d) => d.some((x) => x.code === 'blocking-assign'));
+  const finding = counterFindings.find((x) => x.code === 'blocking-assign');
+  const actions = await connection.sendRequest(CodeActionRequest.type,
+    { textDocument: { uri: counterUri }, range: finding.range, context: { diagnostics: [finding] } });
+  const fix = actions.find((a) => a.title === "Use '<=' in this sequential block");
+  assert.ok(fix, JSON.stringify(actions));
+  assert.equal(applyEdits(counterText, fix.edit.changes[counterUri]), counterText.replace('q = q + 1', 'q <= q + 1'));
+  assert.ok(actions.some((a) => a.title === 'Disable blocking-assign on this line'));
+
+  // A file changed on disk is read again when the watcher reports it.
+  fs.writeFileSync(path.join(folder, 'extra.v'), 'module extra; counter u_more (); endmodule\n');
+  connection.sendNotification(DidChangeWatchedFilesNotification.type,
+    { changes: [{ uri: folderUri + '/extra.v', type: 1 }] });
+  const more = await connection.sendRequest(ReferencesRequest.type,
+    { textDocument: { uri: counterUri }, position: { line: 2, character: 9 }, context: { includeDeclaration: true } });
+  assert.equal(more.length, 3);
+
+  // Hostile requests get answers and the server stays up.
+  const hostile = [
+    [DefinitionRequest.type, { textDocument: { uri: topUri }, position: { line: -5, character: 1e12 } }],
+    [HoverRequest.type, { textDocument: { uri: topUri }, position: { line: 'x', character: null } }],
+    [ReferencesRequest.type, { textDocument: { uri: 42 }, position: { line: 0, character: 0 } }],
+    [FoldingRangeRequest.type, { textDocument: { uri: 'file:///nowhere.v' } }],
+    [CodeActionRequest.type, { textDocument: { uri: topUri }, range: 7, context: { diagnostics: 'x' } }],
+    [DocumentSymbolRequest.type, { textDocument: { uri: xuri } }],
+    [DocumentRangeFormattingRequest.type, { textDocument: { uri: muri }, range: { start: { line: 1e15, character: -1 }, end: { line: 2 } } }],
+  ];
+  for (const [type, params] of hostile) {
+    try {
+      await connection.sendRequest(type, params);
+    } catch (error) {
+      assert.ok(error.code !== undefined, String(error));
+    }
+  }
+  await connection.sendRequest('textDocument/definition', 42).catch(() => {});
+  const stillUp = await connection.sendRequest(DocumentSymbolRequest.type, { textDocument: { uri: topUri } });
+  assert.equal(stillUp.length, 1);
+  fs.rmSync(folder, { recursive: true, force: true });
 
   // Unknown methods are errors, not crashes.
   await assert.rejects(connection.sendRequest('quill/noSuchMethod', {}));

@@ -1,0 +1,86 @@
+-- Run by run_neovim_navigation_test.sh in the workspace folder, after the
+-- README's set-up: every check goes through Neovim's own LSP client.
+local function fail(message)
+  io.stderr:write('neovim navigation test failed: ' .. message .. '\n')
+  vim.cmd('cquit 1')
+end
+
+local function client_of(bufnr)
+  local ok = vim.wait(10000, function() return next(vim.lsp.buf_get_clients(bufnr)) ~= nil end, 50)
+  if not ok then fail('no client attached to ' .. vim.api.nvim_buf_get_name(bufnr)) end
+  local _, client = next(vim.lsp.buf_get_clients(bufnr))
+  return client
+end
+
+local function request(client, method, params, bufnr)
+  local response = client.request_sync(method, params, 10000, bufnr)
+  if not response or response.err then fail(method .. ' failed: ' .. vim.inspect(response)) end
+  return response.result
+end
+
+local function at(bufnr, line, character)
+  return { textDocument = { uri = vim.uri_from_bufnr(bufnr) }, position = { line = line, character = character } }
+end
+
+-- The constraint file attaches too and gets semantic tokens.
+vim.cmd('edit pins.xdc')
+local xdc = vim.api.nvim_get_current_buf()
+if vim.bo.filetype ~= 'xdc' then fail('.xdc filetype is ' .. vim.bo.filetype) end
+local client = client_of(xdc)
+local tokens = request(client, 'textDocument/semanticTokens/full', { textDocument = { uri = vim.uri_from_bufnr(xdc) } }, xdc)
+if #tokens.data == 0 then fail('no semantic tokens for the .xdc file') end
+
+vim.cmd('edit top.v')
+local top = vim.api.nvim_get_current_buf()
+if client_of(top).id ~= client.id then fail('the .v buffer got a second client') end
+
+local outline = request(client, 'textDocument/documentSymbol', { textDocument = { uri = vim.uri_from_bufnr(top) } }, top)
+if #outline ~= 1 or outline[1].name ~= 'top' or #outline[1].children ~= 4 then fail('outline: ' .. vim.inspect(outline)) end
+
+-- The index is built in the background: wait until the other file is in.
+local definition
+vim.wait(10000, function()
+  definition = request(client, 'textDocument/definition', at(top, 2, 4), top)
+  return #definition > 0
+end, 100)
+if #definition ~= 1 or not definition[1].uri:match('rtl/counter%.v$') or definition[1].range.start.line ~= 2 then
+  fail('definition: ' .. vim.inspect(definition))
+end
+
+local hover = request(client, 'textDocument/hover', at(top, 2, 4), top)
+if not hover.contents.value:find('output reg [W-1:0] q', 1, true) then fail('hover: ' .. vim.inspect(hover)) end
+
+local references = at(top, 1, 14)
+references.context = { includeDeclaration = true }
+local found = request(client, 'textDocument/references', references, top)
+if #found ~= 3 then fail('references: ' .. vim.inspect(found)) end
+
+vim.cmd('edit rtl/counter.v')
+local counter = vim.api.nvim_get_current_buf()
+client_of(counter)
+local folds = request(client, 'textDocument/foldingRange', { textDocument = { uri = vim.uri_from_bufnr(counter) } }, counter)
+if #folds ~= 3 or folds[1].kind ~= 'comment' then fail('folding: ' .. vim.inspect(folds)) end
+
+local got = vim.wait(10000, function()
+  for _, d in ipairs(vim.diagnostic.get(counter)) do
+    if d.code == 'blocking-assign' then return true end
+  end
+  return false
+end, 50)
+if not got then fail('no blocking-assign diagnostic') end
+local actions = request(client, 'textDocument/codeAction', {
+  textDocument = { uri = vim.uri_from_bufnr(counter) },
+  range = { start = { line = 6, character = 0 }, ['end'] = { line = 6, character = 0 } },
+  context = { diagnostics = vim.lsp.diagnostic.get_line_diagnostics(counter, 6) },
+}, counter)
+local fix
+for _, action in ipairs(actions) do
+  if action.title == "Use '<=' in this sequential block" then fix = action end
+end
+if not fix then fail('no quick fix: ' .. vim.inspect(actions)) end
+vim.lsp.util.apply_workspace_edit(fix.edit, 'utf-16')
+local line = vim.api.nvim_buf_get_lines(counter, 7, 8, false)[1]
+if line ~= '    q <= q + 1;' then fail('after the fix: ' .. line) end
+
+io.stdout:write('neovim navigation: .xdc and .v attach; outline, definition, hover, references, folding, code action passed\n')
+vim.cmd('qall!')
