@@ -111,10 +111,10 @@ Json CodeActions(const IndexedFile& file, LineRange range, const Json& diagnosti
                             ? &diagnostic["range"]["start"]
                             : nullptr;
     if (start == nullptr || !start->is_object() || !start->contains("line") ||
-        !(*start)["line"].is_number_unsigned()) {
+        !(*start)["line"].is_number_integer() || (*start)["line"].get<std::int64_t>() < 0) {
       continue;
     }
-    const std::uint64_t line64 = (*start)["line"].get<std::uint64_t>();
+    const auto line64 = static_cast<std::uint64_t>((*start)["line"].get<std::int64_t>());
     if (line64 < range.first || line64 > range.last || line64 >= file.lines.LineCount()) continue;
     const auto line = static_cast<std::uint32_t>(line64);
     const std::string code = diagnostic.contains("code") && diagnostic["code"].is_string() ? diagnostic["code"].get<std::string>() : "";

@@ -9,14 +9,17 @@ namespace {
 
 using Json = nlohmann::json;
 
-// Whole-word uses of `name` between byte offsets [begin, end).
+// Whole-word uses of `name` between byte offsets [begin, end), outside
+// comments and strings.
 std::vector<structure::Span> Uses(const IndexedFile& file, std::string_view name, std::size_t begin, std::size_t end) {
   std::vector<structure::Span> uses;
   const auto& tokens = file.tokens.tokens;
   auto it = std::lower_bound(tokens.begin(), tokens.end(), begin,
                              [](const structure::Token& t, std::size_t o) { return t.begin < o; });
   for (; it != tokens.end() && it->end <= end; ++it) {
-    if (it->kind == structure::TokenKind::kIdentifier && structure::TextOf(file.text, *it) == name) {
+    // `.name(` in an instance names the other module's port.
+    const bool portName = it != tokens.begin() && structure::TextOf(file.text, *(it - 1)) == ".";
+    if (it->kind == structure::TokenKind::kIdentifier && !portName && structure::TextOf(file.text, *it) == name) {
       uses.push_back(structure::SpanOfTokens(*it, *it));
     }
   }

@@ -80,7 +80,7 @@ TEST(NavigationTest, ReferencesOfAModuleAndOfASignal) {
   EXPECT_EQ(References(*w.counter, {1, 9}, w.files, true),
             Json::array({Location("file:///w/top.v", 2, 2, 2, 9), Location("file:///w/counter.v", 1, 7, 1, 14)}));
   EXPECT_EQ(References(*w.top, {1, 14}, w.files, false),
-            Json::array({Location("file:///w/top.v", 2, 44, 2, 49), Location("file:///w/top.v", 3, 13, 3, 18)}));
+            Json::array({Location("file:///w/top.v", 2, 42, 2, 47), Location("file:///w/top.v", 3, 13, 3, 18)}));
 }
 
 TEST(NavigationTest, HoverShowsTheDeclarationOrTheModuleHeader) {
