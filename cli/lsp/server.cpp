@@ -431,7 +431,7 @@ class Server {
       const Json* context = Member(params, "context");
       const Json* given = context != nullptr ? Member(*context, "diagnostics") : nullptr;
       Json diagnostics = given != nullptr && given->is_array() ? *given : Json::array();
-      if (diagnostics.empty() && range) diagnostics = Diagnostics(file->text);
+      if (diagnostics.empty() && range) diagnostics = Diagnostics(file->uri, file->text);
       Reply(id, range ? CodeActions(*file, *range, diagnostics) : Json::array());
       return true;
     }
