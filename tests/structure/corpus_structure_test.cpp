@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "lint/corpus_sources.h"
+#include "support/corpus_files.h"
 #include "structure/structure.h"
 
 namespace quill::structure {
