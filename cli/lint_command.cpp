@@ -99,7 +99,7 @@ int RunLint(const LintOptions& options) {
   std::vector<FileFindings> collected;
   std::set<std::string> reportedErrors;
   std::map<std::pair<LintFilter, std::string>, std::size_t> droppedCounts;
-  std::size_t shown = 0, total = 0, warnings = 0, errors = 0, filesWithFindings = 0;
+  std::size_t shown = 0, total = 0, warnings = 0, errors = 0, filesWithFindings = 0, linted = 0;
   int exit = kExitClean;
 
   RunInOrder(
@@ -114,6 +114,7 @@ int RunLint(const LintOptions& options) {
           if (reportedErrors.insert(result.error).second) output.err = ErrorLine(result.error);
           return output;
         }
+        ++linted;
         const std::string& name = files[i].displayName;
         if (result.report.preprocessorProblemLine) {
           output.err += LocatedWarning(name, *result.report.preprocessorProblemLine,
@@ -166,7 +167,11 @@ int RunLint(const LintOptions& options) {
     WriteBytes(stderr, "quill: " + std::to_string(total - shown) + " more finding" + (total - shown == 1 ? "" : "s") +
                            " not shown (--max-findings " + std::to_string(options.maxFindings) + ")\n");
   }
-  if (options.format == LintFormat::kText) WriteBytes(stderr, FormatSummary(warnings, errors, filesWithFindings));
+  // The summary speaks of the files that were linted; a run that linted
+  // none has only its error lines.
+  if (options.format == LintFormat::kText && linted > 0) {
+    WriteBytes(stderr, FormatSummary(warnings, errors, filesWithFindings));
+  }
   if (options.statistics) WriteBytes(stderr, FormatFilterStatistics(droppedCounts));
   return exit;
 }

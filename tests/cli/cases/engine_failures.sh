@@ -23,7 +23,7 @@ put x.v 'LINT_RAW [{"severity":"error","line":0,"check":"cpp-exception","message
 fake lint x.v
 expect_rc 1
 expect_out 'x.v:1:1: error: bad "x" [cpp-exception]\n'
-fake lint --format=json x.v
+fake lint --format=raw x.v
 expect_out '[{"severity":"error","line":0,"check":"cpp-exception","message":"bad "x""}]\n'
 
 # A result larger than the first buffer is fetched with the size asked for.

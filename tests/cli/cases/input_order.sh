@@ -13,5 +13,5 @@ put l1.v '// FINDING warning latch first\n'
 put l2.v '// FINDING warning latch second\n'
 "$QUILL_FAKE" lint -j 3 l1.v nope.v l2.v >mixed.txt 2>&1
 printf '%s\n' 'l1.v:1:1: warning: first [latch]' 'quill: error: nope.v: No such file or directory' \
-  'l2.v:1:1: warning: second [latch]' >expected.txt
+  'l2.v:1:1: warning: second [latch]' '2 findings in 2 files (2 warnings, 0 errors)' >expected.txt
 same_file mixed.txt expected.txt

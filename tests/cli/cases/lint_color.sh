@@ -12,7 +12,7 @@ fake lint --color=auto w.v
 expect_out 'w.v:1:1: warning: m [latch]\n'
 fake lint w.v
 expect_out 'w.v:1:1: warning: m [latch]\n'
-fake lint --color=always --format=json w.v
+fake lint --color=always --format=raw w.v
 expect_out '[{"severity":"warning","line":0,"check":"latch","message":"m"}]\n'
 
 # On a terminal (through script(1), when present) auto colours, unless

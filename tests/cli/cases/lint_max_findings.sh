@@ -5,7 +5,7 @@ put b.v '// FINDING warning c3 three\n'
 fake lint --max-findings 2 a.v b.v
 expect_rc 1
 expect_out 'a.v:1:1: warning: one [c1]\na.v:2:1: warning: two [c2]\n'
-expect_err_one_line
+expect_err_lines 2
 expect_err_has 'quill: 1 more finding not shown (--max-findings 2)'
 
 fake lint --max-findings=0 a.v b.v
@@ -13,7 +13,7 @@ expect_rc 1
 expect_out_empty
 expect_err_has '3 more findings not shown (--max-findings 0)'
 
-fake lint --max-findings 1 --format=json a.v b.v
+fake lint --max-findings 1 --format=raw a.v b.v
 expect_rc 1
 expect_out '[{"severity":"warning","line":0,"check":"c1","message":"one"}]\n[]\n'
 
@@ -24,4 +24,5 @@ expect_rc 1
 fake lint --max-findings 3 a.v b.v
 expect_rc 1
 expect_out_lines 3
-expect_err_empty
+expect_err_has '3 findings in 2 files (3 warnings, 0 errors)'
+expect_err_lines 1

@@ -3,7 +3,7 @@ put a.v 'module m;\n// FINDING warning latch case without default\nx\n// FINDING
 put b.v '// FINDING warning dupli-define x defined twice\n'
 fake lint a.v b.v
 expect_rc 1
-expect_err_empty
+expect_err_has 'findings in'
 expect_out 'a.v:2:1: warning: case without default [latch]\na.v:4:1: error: reg driven by assign [reg-assign]\nb.v:1:1: warning: x defined twice [dupli-define]\n'
 fake lint --format=text b.v
 expect_out 'b.v:1:1: warning: x defined twice [dupli-define]\n'

@@ -13,12 +13,12 @@ for jobs in 2 7 32; do
   expect_rc 1
   expect_out_file one_worker.txt
 done
-fake lint --jobs 4 --format=json many
+fake lint --jobs 4 --format=raw many
 expect_out_lines 300
 head -n 1 "$OUT" | grep -qF '"check":"check001"' || fail "first file out of order"
 tail -n 1 "$OUT" | grep -qF '"check":"check300"' || fail "last file out of order"
 
 fake format --check -j 5 many
 expect_rc 0
-quill lint -j 3 --format=json many
+quill lint -j 3 --format=raw many
 expect_out_lines 300

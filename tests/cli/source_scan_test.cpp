@@ -1,0 +1,56 @@
+#include "source_scan.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "lint_file.h"
+
+namespace quill::cli {
+namespace {
+
+struct ScanCase {
+  const char* text;
+  std::vector<std::size_t> moduleStarts;
+};
+
+const ScanCase kScanCases[] = {
+    {"module a; endmodule", {0}},
+    {"module a; endmodule\nmodule b; endmodule\n", {0, 20}},
+    {"macromodule a; endmodule module b; endmodule", {0, 25}},
+    {"`timescale 1ns/1ps\nmodule a; endmodule", {19}},
+    {"(* keep *) module a; endmodule", {11}},
+    {"// module x\nmodule a;", {12}},
+    {"/* module x */ module a;", {15}},
+    {"assign s = \"module x\";", {}},
+    {"`define M module\nmodule a;", {17}},
+    {"`define M \\\nmodule\nmodule a;", {19}},
+    {"module a; wire module_x; endmodule", {0}},
+    {"foo module", {}},
+    {"module a; always @(*) x = 1; endmodule module b;", {0, 39}},
+    {"endinterface module a;", {13}},
+};
+
+TEST(SourceScanTest, FindsModuleStartsOutsideCommentsAndStrings) {
+  for (const ScanCase& c : kScanCases) {
+    EXPECT_EQ(ScanSource(c.text).moduleStarts, c.moduleStarts) << c.text;
+  }
+}
+
+TEST(SourceScanTest, ListsCommentsWithTheirBodies) {
+  const SourceScan scan = ScanSource("a // one\n/* two\n */ \"// no\" /* open");
+  ASSERT_EQ(scan.comments.size(), 3u);
+  EXPECT_EQ(scan.comments[0].body, " one");
+  EXPECT_EQ(scan.comments[1].body, " two\n ");
+  EXPECT_EQ(scan.comments[2].body, " open");
+}
+
+TEST(SourceScanTest, StretchesStartAtTheSecondModule) {
+  EXPECT_EQ(ModuleStretches({}), std::vector<std::size_t>{0});
+  EXPECT_EQ(ModuleStretches({5}), std::vector<std::size_t>{0});
+  EXPECT_EQ(ModuleStretches({5, 30, 60}), (std::vector<std::size_t>{0, 30, 60}));
+}
+
+}  // namespace
+}  // namespace quill::cli
