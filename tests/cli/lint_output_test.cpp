@@ -123,7 +123,9 @@ TEST(FormatSarif, Structure) {
   ASSERT_EQ(log["runs"].size(), 1u);
   const nlohmann::json& run = log["runs"][0];
   EXPECT_EQ(run["tool"]["driver"]["name"], "quill");
-  EXPECT_EQ(run["tool"]["driver"]["version"], "core_engine v1.25");
+  EXPECT_EQ(run["tool"]["driver"]["version"], "1.25");
+  EXPECT_EQ(run["tool"]["driver"]["semanticVersion"], "1.25.0");
+  EXPECT_TRUE(run["tool"]["driver"]["informationUri"].get<std::string>().starts_with("https://"));
   const nlohmann::json& rules = run["tool"]["driver"]["rules"];
   ASSERT_EQ(rules.size(), 12u);
   const std::vector<std::string> ids = {"latch",        "multi-driver",   "width-mismatch",   "blocking-assign",
@@ -131,14 +133,19 @@ TEST(FormatSarif, Structure) {
                                         "dupli-inst",   "reg-assign",     "wire-always",      "cpp-exception"};
   for (std::size_t i = 0; i < ids.size(); ++i) {
     EXPECT_EQ(rules[i]["id"], ids[i]);
-    EXPECT_TRUE(rules[i]["shortDescription"]["text"].is_string());
+    EXPECT_TRUE(rules[i]["shortDescription"]["text"].get<std::string>().ends_with("."));
+    EXPECT_TRUE(rules[i]["fullDescription"]["text"].get<std::string>().ends_with("."));
+    EXPECT_EQ(rules[i]["helpUri"], CheckHelpUri(ids[i]));
   }
+  EXPECT_EQ(rules[1]["name"], "MultiDriver");
+  EXPECT_EQ(rules[0]["defaultConfiguration"]["level"], "warning");
+  EXPECT_EQ(rules[1]["defaultConfiguration"]["level"], "error");
   const nlohmann::json& results = run["results"];
   ASSERT_EQ(results.size(), 4u);
   EXPECT_EQ(results[0]["ruleId"], "latch");
   EXPECT_EQ(results[0]["ruleIndex"], 0);
   EXPECT_EQ(results[0]["level"], "warning");
-  EXPECT_EQ(results[0]["message"]["text"], "m1");
+  EXPECT_EQ(results[0]["message"]["text"], "m1.");
   const nlohmann::json& location = results[0]["locations"][0]["physicalLocation"];
   EXPECT_EQ(location["artifactLocation"]["uri"], "rtl/a.v");
   EXPECT_EQ(location["region"]["startLine"], 1);
@@ -147,7 +154,31 @@ TEST(FormatSarif, Structure) {
   EXPECT_EQ(results[1]["locations"][0]["physicalLocation"]["region"]["startLine"], 10);
   EXPECT_EQ(results[2]["locations"][0]["physicalLocation"]["artifactLocation"]["uri"], "b.v");
   EXPECT_EQ(results[3]["ruleIndex"], 11);
-  EXPECT_EQ(results[3]["message"]["text"], "bad\xef\xbf\xbd");
+  EXPECT_EQ(results[3]["message"]["text"], "bad\xef\xbf\xbd.");
+}
+
+TEST(FormatGithub, EscapesAsWorkflowCommandsWant) {
+  EXPECT_EQ(FormatGithubFinding("a,b:c%.v", Make("error", 4, "latch", "50% a,b:c\r\nnext")),
+            "::error file=a%2Cb%3Ac%25.v,line=5,title=latch::50%25 a,b:c%0D%0Anext\n");
+  EXPECT_EQ(FormatGithubFinding("a.v", Make("warning", -3, "comb-loop", "m")),
+            "::warning file=a.v,line=1,title=comb-loop::m\n");
+}
+
+TEST(FormatJsonDocument, OneArrayWithOneBasedLines) {
+  EXPECT_EQ(FormatJsonDocument({}), "[]\n");
+  EXPECT_EQ(FormatJsonDocument({{"a.v", {Make("warning", 0, "latch", "m")}}, {"b.v", {}}}),
+            "[\n  {\"path\":\"a.v\",\"line\":1,\"check\":\"latch\",\"severity\":\"warning\",\"message\":\"m\"}\n]\n");
+}
+
+TEST(FormatSummary, CountsFindingsFilesAndSeverities) {
+  EXPECT_EQ(FormatSummary(0, 0, 0), "No findings.\n");
+  EXPECT_EQ(FormatSummary(1, 0, 1), "1 finding in 1 file (1 warning, 0 errors)\n");
+  EXPECT_EQ(FormatSummary(9, 3, 3), "12 findings in 3 files (9 warnings, 3 errors)\n");
+}
+
+TEST(NumericVersion, TakesTheNumberOfTheEngineVersion) {
+  EXPECT_EQ(NumericVersion("core_engine v1.25"), "1.25");
+  EXPECT_EQ(NumericVersion("unknown"), "unknown");
 }
 
 TEST(FormatSarif, NoFindings) {
