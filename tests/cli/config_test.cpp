@@ -49,7 +49,7 @@ struct ErrorCase {
 
 const ErrorCase kErrors[] = {
     {"[lint]\n\nselct = []\n",
-     "quill.toml:3: [lint] unknown key 'selct' (select, ignore, severity, per-file-ignores)"},
+     "quill.toml:3: [lint] unknown key 'selct' (select, ignore, severity, per-file-ignores, defines, filters)"},
     {"[lint]\nselect = \"latch\"\n", "quill.toml:2: [lint] select: expected an array of strings"},
     {"[lint]\nselect = [1]\n", "quill.toml:2: [lint] select: expected an array of strings"},
     {"[lint]\nignore = [\"latch\", \"lach\"]\n", "quill.toml:2: [lint] ignore: unknown check 'lach'"},
@@ -82,7 +82,7 @@ TEST(ConfigTest, DescribesTheSettingsAsToml) {
   ASSERT_TRUE(result.config);
   EXPECT_EQ(DescribeConfig(*result.config),
             "# from /project/quill.toml\n\n[files]\nexclude = [\".*\"]\nextend-exclude = []\n\n[format]\nexclude = "
-            "[]\n\n[lint]\nselect = [\"all\"]\nignore = [\"latch\"]\n\n[lint.severity]\n\n[lint.per-file-ignores]\n");
+            "[]\n\n[lint]\nselect = [\"all\"]\nignore = [\"latch\"]\ndefines = []\nfilters = [\"all\"]\n\n[lint.severity]\n\n[lint.per-file-ignores]\n");
 }
 
 }  // namespace
