@@ -11,7 +11,7 @@ using Json = nlohmann::json;
 
 // LSP SymbolKind values.
 namespace kind {
-constexpr int kModule = 2, kNamespace = 3, kPackage = 4, kClass = 5, kMethod = 6, kProperty = 7,
+constexpr int kModule = 2, kNamespace = 3, kPackage = 4, kMethod = 6, kProperty = 7,
               kInterface = 11, kFunction = 12, kVariable = 13, kConstant = 14, kObject = 19;
 }  // namespace kind
 
