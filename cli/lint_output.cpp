@@ -346,13 +346,21 @@ std::string RuleName(std::string_view id) {
 }
 
 Json SarifRule(std::string_view id, std::string_view summary, std::string_view description, std::string_view level) {
-  return Json{{"id", id},
-              {"name", RuleName(id)},
-              {"shortDescription", {{"text", Sentence(summary)}}},
-              {"fullDescription", {{"text", Sentence(description)}}},
-              {"helpUri", CheckHelpUri(id)},
-              {"help", {{"text", Sentence(description)}}},
-              {"defaultConfiguration", {{"level", level}}}};
+  Json rule = {{"id", id},
+               {"shortDescription", {{"text", Sentence(summary)}}},
+               {"fullDescription", {{"text", Sentence(description)}}},
+               {"helpUri", CheckHelpUri(id)},
+               {"help", {{"text", Sentence(description)}}},
+               {"defaultConfiguration", {{"level", level}}}};
+  // SARIF wants a name only where it differs from the id, letter case aside
+  // ("latch" has none; "multi-driver" is "MultiDriver").
+  const std::string name = RuleName(id);
+  bool sameAsId = name.size() == id.size();
+  for (std::size_t i = 0; sameAsId && i < name.size(); ++i) {
+    sameAsId = (static_cast<unsigned char>(name[i]) | 0x20u) == (static_cast<unsigned char>(id[i]) | 0x20u);
+  }
+  if (!sameAsId) rule["name"] = name;
+  return rule;
 }
 
 }  // namespace

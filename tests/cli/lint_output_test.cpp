@@ -138,6 +138,7 @@ TEST(FormatSarif, Structure) {
     EXPECT_EQ(rules[i]["helpUri"], CheckHelpUri(ids[i]));
   }
   EXPECT_EQ(rules[1]["name"], "MultiDriver");
+  EXPECT_FALSE(rules[0].contains("name"));  // "Latch" would only repeat the id
   EXPECT_EQ(rules[0]["defaultConfiguration"]["level"], "warning");
   EXPECT_EQ(rules[1]["defaultConfiguration"]["level"], "error");
   const nlohmann::json& results = run["results"];
