@@ -159,7 +159,9 @@ void ReadPortDeclaration(const TokenView& view, std::size_t first, std::size_t e
   const std::string direction(view.Word(head.direction));
   const std::string type = Text(view, head.typeFirst, head.typeEnd);
   const std::string range = RangeText(view, head);
-  const Span declaration = view.SpanOf(first, end < view.Size() ? end : end - 1);
+  // The ";" ends the declaration; a statement cut short by the next module's
+  // keyword (or the end of the text) ends before it.
+  const Span declaration = view.SpanOf(first, end < view.Size() && view.Word(end) == ";" ? end : end - 1);
   for (const Item& item : items) {
     if (item.name == kNone) continue;
     const std::string_view name = view.Word(item.name);
@@ -205,7 +207,9 @@ void ReadSignals(const TokenView& view, std::size_t first, std::size_t end, Modu
   const Item& head = items.front();
   const std::string type = Text(view, head.typeFirst, head.typeEnd);
   const std::string range = RangeText(view, head);
-  const Span declaration = view.SpanOf(first, end < view.Size() ? end : end - 1);
+  // The ";" ends the declaration; a statement cut short by the next module's
+  // keyword (or the end of the text) ends before it.
+  const Span declaration = view.SpanOf(first, end < view.Size() && view.Word(end) == ";" ? end : end - 1);
   for (const Item& item : items) {
     if (item.name == kNone) continue;
     Signal signal;

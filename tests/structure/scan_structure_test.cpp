@@ -118,6 +118,21 @@ TEST(ScanStructureTest, NothingInAnEmptyOrForeignText) {
   EXPECT_TRUE(ScanStructure(std::string("\0\xff\xfe module", 10)).modules.size() == 1);
 }
 
+// A declaration without its ";" ends before the next module's keyword, so
+// it stays inside its own module (a case the structure fuzzer found).
+TEST(ScanStructureTest, DeclarationCutShortByTheNextModuleStaysInside) {
+  const FileStructure s = ScanStructure(std::string_view("module;tri a\x01module", 19));
+  ASSERT_FALSE(s.modules.empty());
+  for (const Module& m : s.modules) {
+    for (const Signal& signal : m.signals) {
+      EXPECT_GE(signal.declaration.begin, m.span.begin);
+      EXPECT_LE(signal.declaration.end, m.span.end);
+    }
+  }
+  ASSERT_EQ(s.modules.front().signals.size(), 1u);
+  EXPECT_EQ(s.modules.front().signals.front().declaration.end, 13u);  // through the stray \x01 byte
+}
+
 TEST(ScanStructureTest, FoldsOfBlocksAndComments) {
   const FileStructure s = ScanStructure(
       "// one\n// two\nmodule m;\n  always @* begin\n    case (a)\n      0: b = 1;\n    endcase\n  end\n"
