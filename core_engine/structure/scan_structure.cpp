@@ -87,7 +87,7 @@ class Scanner {
         continue;
       }
       if (w == "extern") {
-        i_ = view_.StatementEnd(i_) + 1;
+        i_ = std::min(view_.StatementEnd(i_) + 1, view_.Size());
         continue;
       }
       if (w == "function" || w == "task") {
@@ -152,7 +152,7 @@ class Scanner {
       }
       if (IsHardStop(w) || IsProcessOrDeclaration(w)) return;
       if (w == "import") {
-        i_ = view_.StatementEnd(i_) + 1;
+        i_ = std::min(view_.StatementEnd(i_) + 1, view_.Size());
         continue;
       }
       if (w == "#" && view_.Word(i_ + 1) == "(") {

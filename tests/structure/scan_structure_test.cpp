@@ -133,6 +133,16 @@ TEST(ScanStructureTest, DeclarationCutShortByTheNextModuleStaysInside) {
   EXPECT_EQ(s.modules.front().signals.front().declaration.end, 13u);  // through the stray \x01 byte
 }
 
+// An import without its ";" runs to the end of the text, not past it.
+TEST(ScanStructureTest, UnterminatedImportEndsWithTheText) {
+  const std::string_view text("module\x01import", 13);
+  const FileStructure s = ScanStructure(text);
+  ASSERT_EQ(s.modules.size(), 1u);
+  EXPECT_LE(s.modules.front().span.begin, s.modules.front().span.end);
+  EXPECT_LE(s.modules.front().span.end, text.size());
+  EXPECT_LE(s.modules.front().header.end, text.size());
+}
+
 TEST(ScanStructureTest, FoldsOfBlocksAndComments) {
   const FileStructure s = ScanStructure(
       "// one\n// two\nmodule m;\n  always @* begin\n    case (a)\n      0: b = 1;\n    endcase\n  end\n"
