@@ -3,19 +3,35 @@
 # install step shows: debootstraps a minimal Debian bookworm root under
 # build/fresh-machine (from the Debian mirror this machine's apt uses), copies
 # the repository into it, mounts ../shared read-only beside it, and runs
-# `bash scripts/test.sh --quick` there with chroot; then installs the build
-# into ~/.local as the README says and starts the installed quill.
+# `bash scripts/test.sh --quick` there with chroot (with --ci: `bash .ci/run`,
+# the whole CI run: sanitizer builds, fuzzing and the differential replay);
+# then installs the build into ~/.local as the README says and starts the
+# installed quill.
 # Needs root. Not part of CI: it downloads a few hundred packages and builds
 # everything from scratch. The root is kept for the next run (delete
 # build/fresh-machine for a really fresh one); the copy of the repository is
 # renewed every time.
-#   scripts/fresh_machine_check.sh [ROOT]
+#   scripts/fresh_machine_check.sh [--ci] [--fresh] [ROOT]
+# --fresh deletes a root kept from an earlier run first. Certificate
+# authorities this machine added itself (/usr/local/share/ca-certificates,
+# e.g. a proxy's) are trusted inside the root too, as any machine of the
+# same network would be set up; nothing else is carried over.
 # With QUILL_BUILD_LOCK=FILE the build and tests in the root run under
 # `flock FILE`, as builds on a shared machine do. QUILL_SHARED_DIR names the
 # folder of real-world inputs when it is not ../shared (a git worktree).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 repo=$(pwd)
+mode=quick fresh=0
+while [ $# -gt 0 ]; do
+  case "$1" in
+    --ci) mode=ci ;;
+    --fresh) fresh=1 ;;
+    -*) echo "usage: scripts/fresh_machine_check.sh [--ci] [--fresh] [ROOT]" >&2; exit 2 ;;
+    *) break ;;
+  esac
+  shift
+done
 root=${1:-$repo/build/fresh-machine}
 suite=bookworm
 shared=${QUILL_SHARED_DIR:-$(cd "$repo/.." && pwd)/shared}
@@ -66,6 +82,7 @@ if grep -q " $root/" /proc/mounts; then
   exit 2
 fi
 
+[ "$fresh" = 1 ] && rm -rf "$root" "$root.debootstrap.log"
 if [ ! -x "$root/usr/bin/apt-get" ] || [ ! -f "$root/.quill-debootstrapped" ]; then
   command -v debootstrap >/dev/null || {
     apt-get update -qq
@@ -96,6 +113,10 @@ mkdir -p "$root/work/quill" "$root/work/shared"
 # Tracked and new files, without build folders and other ignored files.
 git ls-files -z --cached --others --exclude-standard | tar -C "$repo" --null -T - -cf - | tar -C "$root/work/quill" -xf -
 cp /etc/resolv.conf "$root/etc/resolv.conf"
+if compgen -G "/usr/local/share/ca-certificates/*.crt" >/dev/null; then
+  mkdir -p "$root/usr/local/share/ca-certificates"
+  cp /usr/local/share/ca-certificates/*.crt "$root/usr/local/share/ca-certificates/"
+fi
 # No service starts inside the root while packages are installed.
 printf '#!/bin/sh\nexit 101\n' >"$root/usr/sbin/policy-rc.d"
 chmod +x "$root/usr/sbin/policy-rc.d"
@@ -111,22 +132,32 @@ if [ -d "$shared" ]; then
   mount -o remount,bind,ro "$root/work/shared"
 fi
 
+# Node reads only its own certificate list unless told of the system's.
+root_env=(HOME=/root LANG=C.UTF-8 TERM=dumb PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin)
+[ -n "${NODE_EXTRA_CA_CERTS:-}" ] && root_env+=(NODE_EXTRA_CA_CERTS=/etc/ssl/certs/ca-certificates.crt)
 in_root() {
-  chroot "$root" /usr/bin/env -i HOME=/root LANG=C.UTF-8 TERM=dumb \
-    PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin "$@"
+  chroot "$root" /usr/bin/env -i "${root_env[@]}" "$@"
 }
 locked=()
 [ -n "${QUILL_BUILD_LOCK:-}" ] && locked=(flock "$QUILL_BUILD_LOCK")
 
-step "install the dependencies inside the root"
-in_root bash -c 'cd /work/quill && bash scripts/install_deps.sh'
+# CI's own command installs what it needs; the quick check installs first.
+if [ "$mode" = quick ]; then
+  step "install the dependencies inside the root"
+  in_root bash -c 'cd /work/quill && bash scripts/install_deps.sh'
+fi
 
 # Both checks run whatever the first gives, so that one report shows all.
 failed=()
-step "bash scripts/test.sh --quick inside the root"
-"${locked[@]}" chroot "$root" /usr/bin/env -i HOME=/root LANG=C.UTF-8 TERM=dumb \
-  PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
-  bash -c 'cd /work/quill && bash scripts/test.sh --quick' || failed+=("scripts/test.sh")
+if [ "$mode" = ci ]; then
+  step "bash .ci/run inside the root"
+  "${locked[@]}" chroot "$root" /usr/bin/env -i "${root_env[@]}" \
+    bash -c 'cd /work/quill && bash .ci/run' || failed+=(".ci/run")
+else
+  step "bash scripts/test.sh --quick inside the root"
+  "${locked[@]}" chroot "$root" /usr/bin/env -i "${root_env[@]}" \
+    bash -c 'cd /work/quill && bash scripts/test.sh --quick' || failed+=("scripts/test.sh")
+fi
 
 step "install into ~/.local and start the installed quill"
 in_root bash -c 'cd /work/quill && rm -rf ~/.local && cmake --install build/dev --prefix ~/.local >/dev/null &&

@@ -8,6 +8,8 @@ packages=(
   libcli11-dev nlohmann-json3-dev libtomlplusplus-dev libgit2-dev git hyperfine
   libclang-rt-14-dev
   neovim python3
+  # npm fetches the client test's packages over TLS.
+  ca-certificates
   # The package tests: CPack's Debian packages (dpkg-shlibdeps, file), the
   # manual page, the shell completions and the pre-commit hooks.
   dpkg-dev file groff-base man-db zsh fish pre-commit python3-yaml
