@@ -11,24 +11,6 @@ char LeadingByteLower(std::string_view s) {
   return '\0';
 }
 
-std::string_view LeadingPatternWord(std::string_view s) {
-  std::size_t begin = 0;
-  while (begin < s.size() && IsSpaceByte(s[begin])) ++begin;
-  std::size_t end = begin;
-  while (end < s.size() && IsWordByte(s[end])) ++end;
-  return s.substr(begin, end - begin);
-}
-
-bool IsOneOfIgnoringCase(std::string_view word, std::initializer_list<std::string_view> words) {
-  for (std::string_view candidate : words) {
-    if (word.size() != candidate.size()) continue;
-    std::size_t i = 0;
-    while (i < word.size() && FoldAscii(word[i]) == candidate[i]) ++i;
-    if (i == word.size()) return true;
-  }
-  return false;
-}
-
 std::string TrimLeft(std::string_view s) {
   std::size_t first = 0;
   while (first < s.size() && IsBlankByte(s[first])) ++first;
@@ -62,18 +44,6 @@ std::size_t CountLines(std::string_view text) {
 }
 
 }  // namespace
-
-bool LineReader::Next(std::string_view* line) {
-  if (done_) return false;
-  const std::size_t lf = text_.find('\n', next_);
-  const std::size_t end = lf == std::string_view::npos ? text_.size() : lf;
-  std::string_view piece = text_.substr(next_, end - next_);
-  if (!piece.empty() && piece.back() == '\r') piece.remove_suffix(1);
-  *line = piece;
-  done_ = lf == std::string_view::npos;
-  next_ = end + 1;
-  return true;
-}
 
 // The list is sized once: growing it line by line would copy it over and
 // over for texts of millions of short lines.

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <functional>
 #include <initializer_list>
 #include <string>
@@ -25,11 +26,26 @@ char LeadingByteLower(std::string_view s);
 
 // The run of \w bytes after the leading \s bytes of `s`. A pattern of the
 // form "^\s*(word|word...)\b" matches only where this is one of its words.
-std::string_view LeadingPatternWord(std::string_view s);
+// Inline, as the two below: the formatter asks them of nearly every line.
+inline std::string_view LeadingPatternWord(std::string_view s) {
+  std::size_t begin = 0;
+  while (begin < s.size() && IsSpaceByte(s[begin])) ++begin;
+  std::size_t end = begin;
+  while (end < s.size() && IsWordByte(s[end])) ++end;
+  return s.substr(begin, end - begin);
+}
 
 // Whether `word` is one of `words` (given in lower case), ignoring ASCII
 // letter case.
-bool IsOneOfIgnoringCase(std::string_view word, std::initializer_list<std::string_view> words);
+inline bool IsOneOfIgnoringCase(std::string_view word, std::initializer_list<std::string_view> words) {
+  for (std::string_view candidate : words) {
+    if (word.size() != candidate.size()) continue;
+    std::size_t i = 0;
+    while (i < word.size() && FoldAscii(word[i]) == candidate[i]) ++i;
+    if (i == word.size()) return true;
+  }
+  return false;
+}
 
 // A text as its lines, without line terminators.
 using TextLines = std::vector<std::string>;
@@ -62,8 +78,21 @@ class LineReader {
  public:
   explicit LineReader(std::string_view text) : text_(text) {}
 
-  // Sets `line` to the next line; false after the last one.
-  bool Next(std::string_view* line);
+  // Sets `line` to the next line; false after the last one. Inline: every
+  // pass reads its text through here, line by line.
+  bool Next(std::string_view* line) {
+    if (done_) return false;
+    const char* const begin = text_.data() + next_;
+    const std::size_t left = text_.size() - next_;
+    const void* const lf = left == 0 ? nullptr : std::memchr(begin, '\n', left);
+    std::size_t length = lf == nullptr ? left : static_cast<std::size_t>(static_cast<const char*>(lf) - begin);
+    done_ = lf == nullptr;
+    next_ += length + 1;
+    // A CR before the LF belongs to the line break.
+    if (length > 0 && begin[length - 1] == '\r') --length;
+    *line = std::string_view(begin, length);
+    return true;
+  }
 
  private:
   std::string_view text_;

@@ -45,15 +45,15 @@ std::string LayOutWithoutBlocks(std::string_view text) {
   return output.Take();
 }
 
-// The blocks that end after their start line, by ascending start, and the
-// number of lines read.
-std::vector<Block> FindBlocks(std::string_view text, std::size_t* lineCount) {
+// The blocks that end after their start line, by ascending start; `facts`
+// receives what was read of each line, for the layout to reuse.
+std::vector<Block> FindBlocks(const LineViews& lines, std::vector<BlockLineFacts>* facts) {
   BlockEndFinder finder;
-  LineReader reader(text);
-  std::string_view line;
-  std::size_t count = 0;
-  for (; reader.Next(&line); ++count) finder.Add(ReadBlockLineFacts(line), BlockStartingAt(line));
-  *lineCount = count;
+  facts->reserve(lines.size());
+  for (std::string_view line : lines) {
+    facts->push_back(ReadBlockLineFacts(line));
+    finder.Add(facts->back(), BlockStartingAt(line));
+  }
   std::vector<Block> blocks = finder.Finish();
   std::erase_if(blocks, [](const Block& block) { return block.span.last <= block.span.first; });
   return blocks;
@@ -61,14 +61,15 @@ std::vector<Block> FindBlocks(std::string_view text, std::size_t* lineCount) {
 
 }  // namespace
 
-// The lines are read twice: once to find where the blocks end, once to write
-// them. Lines inside a block become their trimmed text behind their steps of
+// The lines are read once to find where the blocks end; the layout reuses
+// what that read found of each line. Lines inside a block become their trimmed text behind their steps of
 // four spaces (none when they go to column 0); blank lines and lines outside
 // blocks keep their indentation.
 std::string LayoutBlocks(std::string_view text) {
-  std::size_t lineCount = 0;
-  std::vector<Block> blocks = FindBlocks(text, &lineCount);
-  if (blocks.empty() || lineCount > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
+  const LineViews lines = SplitLineViews(text);
+  std::vector<BlockLineFacts> facts;
+  std::vector<Block> blocks = FindBlocks(lines, &facts);
+  if (blocks.empty() || lines.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
     return LayOutWithoutBlocks(text);
   }
 
@@ -76,10 +77,10 @@ std::string LayoutBlocks(std::string_view text) {
   BodyIndenter indenter(std::move(blocks));
   std::string result;
   result.reserve(text.size() + text.size() / 4);
-  LineReader reader(text);
-  std::string_view line;
-  for (bool first = true; reader.Next(&line); first = false) {
-    const std::int64_t levels = indenter.Next(ReadBlockLineFacts(line));
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    const std::string_view line = lines[i];
+    const bool first = i == 0;
+    const std::int64_t levels = indenter.Next(facts[i]);
     const bool toColumnZero = MovesToColumnZero(line);
     std::uint64_t spaces = 0;
     std::string_view rest = toColumnZero ? WithoutLeadingBlanks(line) : line;
