@@ -627,7 +627,42 @@ kNotInstanceLinePattern = re.compile(rb"^\s*(module|input|output|inout|wire|reg|
 kParamInstanceStartPattern = re.compile(rb"^(\w+)\s+#\s*\(")
 kInstanceNameAfterParamsPattern = re.compile(rb"(\w+)\s*\(")
 kInstanceHeadPattern = re.compile(rb"^(\w+)\s+(?:#\s*\([^\n\r]*?\)\s+)?(\w+)\s*\(\s*([^\n\r]*)")
-kNamedConnectionPattern = re.compile(rb"\.\w+\s*\(\s*([^)]+?)\s*\)")
+kConnectionHeadPattern = re.compile(rb"\.\w+\s*\(")
+
+
+def NamedConnections(stretch):
+    """The connections ".port( value )" of an instance, as (start, value) pairs, left to right.
+
+    Reads like a search for \\.\\w+\\s*\\(\\s*([^)]+?)\\s*\\) (no nesting: the value ends at the first ")"),
+    but scans by hand, since that expression backtracks cubically on long runs of blanks: the value is
+    the text up to the first ")" with its blanks trimmed, and a value of blanks only keeps its last
+    byte (the lazy group must take one byte). Empty parentheses do not match; the search goes on one
+    byte after their dot."""
+    found = []
+    pos = 0
+    while True:
+        dot = stretch.find(b".", pos)
+        if dot < 0:
+            return found
+        head = kConnectionHeadPattern.match(stretch, dot)
+        if not head:
+            pos = dot + 1
+            continue
+        close = stretch.find(b")", head.end())
+        if close < 0:
+            return found  # no later dot can find a ")" either
+        if close == head.end():
+            pos = dot + 1
+            continue
+        inner = stretch[head.end():close]
+        value = inner.strip(C_SPACE)
+        if value:
+            start = head.end() + len(inner) - len(inner.lstrip(C_SPACE))
+        else:
+            value = inner[-1:]
+            start = close - 1
+        found.append((start, value))
+        pos = close + 1
 
 
 def ExtractInstances(text, model):
@@ -686,8 +721,8 @@ def ExtractInstances(text, model):
         # The stretch includes the closing ");": its ")" can close a last
         # connection whose own ")" is missing.
         connEnd = close + 2 if close >= 0 else n
-        for cm in kNamedConnectionPattern.finditer(text[connStart:connEnd]):
-            RecordUses(cm.group(1), bisect.bisect_right(lineStarts, connStart + cm.start(1)) - 1, model)
+        for start, value in NamedConnections(text[connStart:connEnd]):
+            RecordUses(value, bisect.bisect_right(lineStarts, connStart + start) - 1, model)
         if close < 0:
             return
         k = bisect.bisect_right(lineStarts, close)

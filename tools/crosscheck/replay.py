@@ -4,7 +4,8 @@ formatter, linter and highlighter, and fails on any disagreement, naming the inp
 difference (shrunk to a small input when time allows).
 
 What it replays, per service:
-  - the regression inputs kept in fuzz/regressions/<service>/;
+  - the regression inputs kept in fuzz/regressions/<service>/ (one the model cannot answer within
+    --input-seconds fails the replay; any other such input is listed as not compared);
   - every file of each --fuzz-corpus folder (libFuzzer corpus folders; the service comes from the folder
     name: corpus-format, corpus-lint, corpus-highlight, or a folder named after the service);
   - the corpus files (read-only) or, when the corpus is absent, fuzz/seeds/<service>/, each with
@@ -88,8 +89,9 @@ class Replay:
                      for service in args.service}
         self.skipped = 0
         self.slow = []
+        self.slowRegressions = 0
 
-    def Check(self, service, label, data):
+    def Check(self, service, label, data, regression=False):
         if len(data) > self.args.max_bytes:
             self.skipped += 1
             return
@@ -102,6 +104,9 @@ class Replay:
             agree = log.service.Signature(log.engine, data) is None
         except ModelTooSlow:
             self.slow.append((service, label, len(data)))
+            # A kept regression input is there to be compared; one the model
+            # cannot answer in time fails the replay.
+            self.slowRegressions += regression
             return
         finally:
             signal.alarm(0)
@@ -116,13 +121,13 @@ class Replay:
             with open(os.path.join(folder, "divergence_%02d" % len(log.reports)), "wb") as f:
                 f.write(log.reports[-1][1])
 
-    def Files(self, service, paths, mutations, rng):
+    def Files(self, service, paths, mutations, rng, regression=False):
         for path in paths:
             try:
                 data = harness.ReadFile(path)
             except FileNotFoundError:
                 continue  # a running fuzzer replaced it with a smaller input
-            self.Check(service, path, data)
+            self.Check(service, path, data, regression)
             for k in range(mutations):
                 self.Check(service, "%s (mutation %d, seed %d)" % (path, k, self.args.seed), Mutate(service, data, rng))
 
@@ -166,7 +171,7 @@ def Main():
         fuzzFolders.setdefault(service, []).append(folder)
 
     for service in args.service:
-        replay.Files(service, FolderFiles(os.path.join(kFuzzFolder, "regressions", service)), 0, rng)
+        replay.Files(service, FolderFiles(os.path.join(kFuzzFolder, "regressions", service)), 0, rng, regression=True)
         for folder in fuzzFolders.get(service, []):
             replay.Files(service, FolderFiles(folder), 0, rng)
         corpus = [] if args.no_corpus else harness.CorpusFiles(args.corpus, harness.SERVICES[service].extensions)
@@ -188,7 +193,11 @@ def Main():
               (service, label, size, args.input_seconds))
     if replay.skipped:
         print("replay: %d inputs longer than %d bytes skipped" % (replay.skipped, args.max_bytes))
-    print("replay: %.1f s, %s" % (time.time() - start, "DISAGREEMENTS" if failed else "engine and models agree"))
+    verdict = "DISAGREEMENTS" if failed else "engine and models agree"
+    if replay.slowRegressions:
+        verdict += "; %d REGRESSION INPUTS NOT COMPARED" % replay.slowRegressions
+        failed = True
+    print("replay: %.1f s, %s" % (time.time() - start, verdict))
     return 1 if failed else 0
 
 
