@@ -13,8 +13,8 @@ constexpr std::size_t kNoPosition = std::string_view::npos;
 // Keeps the bytes at depth zero; the brackets themselves never stay, and an
 // unmatched closer holds the depth below zero until an opener restores it.
 std::string StripNested(std::string_view text, char open, char close) {
-  std::string kept;
-  kept.reserve(text.size());
+  std::string kept(text.size(), '\0');
+  char* out = kept.data();
   long long depth = 0;
   for (char c : text) {
     if (c == open) {
@@ -22,9 +22,10 @@ std::string StripNested(std::string_view text, char open, char close) {
     } else if (c == close) {
       --depth;
     } else if (depth == 0) {
-      kept.push_back(c);
+      *out++ = c;
     }
   }
+  kept.resize(static_cast<std::size_t>(out - kept.data()));
   return kept;
 }
 
