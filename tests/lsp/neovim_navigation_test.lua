@@ -5,11 +5,33 @@ local function fail(message)
   vim.cmd('cquit 1')
 end
 
+-- The clients of a buffer, in the API of the Neovim that runs (0.7 has only
+-- buf_get_clients, which later versions deprecate).
+local function clients_of(bufnr)
+  if vim.lsp.get_clients then return vim.lsp.get_clients({ bufnr = bufnr }) end
+  if vim.fn.has('nvim-0.8') == 1 then return vim.lsp.get_active_clients({ bufnr = bufnr }) end
+  return vim.lsp.buf_get_clients(bufnr)
+end
+
 local function client_of(bufnr)
-  local ok = vim.wait(10000, function() return next(vim.lsp.buf_get_clients(bufnr)) ~= nil end, 50)
+  local ok = vim.wait(10000, function() return next(clients_of(bufnr)) ~= nil end, 50)
   if not ok then fail('no client attached to ' .. vim.api.nvim_buf_get_name(bufnr)) end
-  local _, client = next(vim.lsp.buf_get_clients(bufnr))
+  local _, client = next(clients_of(bufnr))
   return client
+end
+
+-- The LSP form of the diagnostics on one line, as a code action request
+-- carries them.
+local function line_diagnostics(bufnr, line)
+  if vim.fn.has('nvim-0.8') == 0 then return vim.lsp.diagnostic.get_line_diagnostics(bufnr, line) end
+  local found = {}
+  for _, d in ipairs(vim.diagnostic.get(bufnr, { lnum = line })) do
+    table.insert(found, d.user_data and d.user_data.lsp or {
+      range = { start = { line = d.lnum, character = d.col }, ['end'] = { line = d.end_lnum, character = d.end_col } },
+      message = d.message, code = d.code, source = d.source,
+    })
+  end
+  return found
 end
 
 local function request(client, method, params, bufnr)
@@ -71,7 +93,7 @@ if not got then fail('no blocking-assign diagnostic') end
 local actions = request(client, 'textDocument/codeAction', {
   textDocument = { uri = vim.uri_from_bufnr(counter) },
   range = { start = { line = 6, character = 0 }, ['end'] = { line = 6, character = 0 } },
-  context = { diagnostics = vim.lsp.diagnostic.get_line_diagnostics(counter, 6) },
+  context = { diagnostics = line_diagnostics(counter, 6) },
 }, counter)
 local fix
 for _, action in ipairs(actions) do

@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
-# Headless Neovim with the README's Neovim 0.7 set-up, taken from the README
-# as written: .v and .xdc buffers attach; outline, definition across two
-# files, hover, references, folding and a code action. Skips (77) without nvim.
+# Headless Neovim with one of the README's Neovim set-ups (the one under the
+# given heading; the 0.7 one by default), taken from the README as written:
+# .v and .xdc buffers attach; outline, definition across two files, hover,
+# references, folding and a code action. Skips (77) without nvim.
+# Usage: run_neovim_navigation_test.sh QUILL [HEADING]
 set -euo pipefail
 quill=${1:?path to quill}
 here=$(cd "$(dirname "$0")" && pwd)
@@ -9,8 +11,9 @@ command -v nvim >/dev/null || { echo "nvim not installed: skipped"; exit 77; }
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 bash "$here/workspace_files.sh" "$work/ws"
-bash "$here/readme_snippet.sh" "$here/../../README.md" '**Neovim 0.7**' lua >"$work/init.lua"
-grep -q start_client "$work/init.lua" || { echo "README has no Neovim 0.7 set-up"; exit 1; }
+heading=${2:-'**Neovim 0.7**'}
+bash "$here/readme_snippet.sh" "$here/../../README.md" "$heading" lua >"$work/init.lua"
+grep -q 'quill' "$work/init.lua" || { echo "README has no set-up under $heading"; exit 1; }
 mkdir -p "$work/bin"
 ln -s "$(cd "$(dirname "$quill")" && pwd)/$(basename "$quill")" "$work/bin/quill"
 cd "$work/ws"
