@@ -59,29 +59,9 @@ bool IsDirection(std::string_view word) {
 
 bool IsDeclarationWord(std::string_view word) { return Contains(kDeclarationWords, word); }
 
-std::size_t TokenView::SkipGroup(std::size_t open, bool stopAtSemicolon) const {
-  std::size_t depth = 0;
-  for (std::size_t i = open; i < tokens_.size(); ++i) {
-    const Token& token = tokens_[i];
-    if (token.kind == TokenKind::kIdentifier) {
-      if (IsHardStop(Word(i))) return i;
-      continue;
-    }
-    if (token.kind != TokenKind::kPunctuation) continue;
-    const std::string_view w = Word(i);
-    if (IsOpen(w)) {
-      ++depth;
-    } else if (IsClose(w)) {
-      if (depth <= 1) return i + 1;
-      --depth;
-    } else if (stopAtSemicolon && w == ";") {
-      return i;
-    }
-  }
-  return tokens_.size();
-}
-
-std::size_t TokenView::StatementEnd(std::size_t from) const {
+// One walk serves both: it keeps the bracket depth, stops at a hard-stop
+// word, and `end` says what a closing bracket or a ';' does at that depth.
+std::size_t TokenView::Walk(std::size_t from, WalkEnd end) const {
   std::size_t depth = 0;
   for (std::size_t i = from; i < tokens_.size(); ++i) {
     const Token& token = tokens_[i];
@@ -94,12 +74,19 @@ std::size_t TokenView::StatementEnd(std::size_t from) const {
     if (IsOpen(w)) {
       ++depth;
     } else if (IsClose(w)) {
+      if (end != WalkEnd::kStatement && depth <= 1) return i + 1;
       if (depth > 0) --depth;
-    } else if (w == ";" && depth == 0) {
+    } else if (w == ";" && (end == WalkEnd::kGroupOrSemicolon || (end == WalkEnd::kStatement && depth == 0))) {
       return i;
     }
   }
   return tokens_.size();
 }
+
+std::size_t TokenView::SkipGroup(std::size_t open, bool stopAtSemicolon) const {
+  return Walk(open, stopAtSemicolon ? WalkEnd::kGroupOrSemicolon : WalkEnd::kGroup);
+}
+
+std::size_t TokenView::StatementEnd(std::size_t from) const { return Walk(from, WalkEnd::kStatement); }
 
 }  // namespace quill::structure

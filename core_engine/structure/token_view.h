@@ -48,6 +48,11 @@ class TokenView {
   }
 
  private:
+  // A group ends at the close that balances its open (kGroupOrSemicolon:
+  // or at the first ';'); a statement at a ';' outside brackets.
+  enum class WalkEnd { kGroup, kGroupOrSemicolon, kStatement };
+  std::size_t Walk(std::size_t from, WalkEnd end) const;
+
   std::string_view text_;
   const std::vector<Token>& tokens_;
 };
