@@ -24,6 +24,12 @@ struct ReferencePatternTable {
   Pattern kIfHeaderPattern{R"(\bif\b\s*\(.+?\)\s*$)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
   Pattern kBlockCommentPattern{R"(/\*[\s\S]*?\*/)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
   Pattern kLineCommentPattern{R"(//[^\n]*)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
+  // The instance head shapes (format/scan/instance_heads.h).
+  Pattern kInstanceHeadPattern{R"(^(\w+)\s+(\w+)\s*\()", CaseMode::kSensitive, LimitPolicy::kNoMatch};
+  Pattern kParamInstanceHeadPattern{R"(^(\w+)\s+#\s*\()", CaseMode::kSensitive, LimitPolicy::kNoMatch};
+  Pattern kTypeAndNamePattern{R"(^(\w+)\s+(\w+)$)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
+  Pattern kSingleWordPattern{R"(^(\w+)$)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
+  Pattern kCallHeadPattern{R"(^(\w+)\s*\()", CaseMode::kSensitive, LimitPolicy::kNoMatch};
 };
 
 inline const ReferencePatternTable& ReferencePatterns() {

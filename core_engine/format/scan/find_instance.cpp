@@ -60,9 +60,9 @@ struct HeaderParts {
 };
 
 // "type name (" on one line.
-HeaderParts ReadPlainHeader(std::string_view line, std::size_t start, std::size_t indent, const Match& head) {
-  std::size_t paren = indent + head.End(0) - 1;
-  HeaderParts parts{{start, paren}, head.Str(1) + " " + head.Str(2) + " (", 0, {}};
+HeaderParts ReadPlainHeader(std::string_view line, std::size_t start, std::size_t indent, const InstanceHead& head) {
+  std::size_t paren = indent + head.end - 1;
+  HeaderParts parts{{start, paren}, std::string(head.type) + " " + std::string(head.name) + " (", 0, {}};
   parts.header += CommentFrom(TrimmedRight(line), paren + 1);
   return parts;
 }
@@ -70,17 +70,17 @@ HeaderParts ReadPlainHeader(std::string_view line, std::size_t start, std::size_
 // "type #(" with the parameter block closed on the same line or a later one,
 // followed by "name (".
 std::optional<HeaderParts> ReadParamHeader(const LineViews& lines, const ParenthesisMatches& parens, std::size_t start,
-                                           std::size_t indent, const Match& head) {
-  const std::size_t hashParen = indent + head.End(0) - 1;
+                                           std::size_t indent, const InstanceHead& head) {
+  const std::size_t hashParen = indent + head.end - 1;
   std::optional<TextPosition> blockClose = parens.FindClose({start, hashParen});
   if (!blockClose) return std::nullopt;
 
   std::string_view nameText = lines[blockClose->line];
   std::size_t restBegin = blockClose->column + 1;
   restBegin += LeadingBlanks(nameText.substr(restBegin));
-  Match call;
-  if (!Patterns().kCallHeadPattern.Search(nameText.substr(restBegin), &call)) return std::nullopt;
-  const std::size_t portParen = restBegin + call.End(0) - 1;
+  const std::optional<InstanceHead> call = ReadCallHead(nameText.substr(restBegin));
+  if (!call) return std::nullopt;
+  const std::size_t portParen = restBegin + call->end - 1;
   const std::string_view nameBody = TrimmedRight(nameText);
 
   HeaderParts parts;
@@ -93,53 +93,47 @@ std::optional<HeaderParts> ReadParamHeader(const LineViews& lines, const Parenth
     parts.header = header + " (" + CommentFrom(nameBody, portParen + 1);
     return parts;
   }
-  parts.header = head.Str(1) + " #(" + CommentFrom(TrimmedRight(lines[start]), hashParen + 1);
+  parts.header = std::string(head.type) + " #(" + CommentFrom(TrimmedRight(lines[start]), hashParen + 1);
   parts.paramEnd = blockClose->line;
-  parts.nameLine = ") " + call.Str(1) + " (" + CommentFrom(nameBody, portParen + 1);
+  parts.nameLine = ") " + std::string(call->type) + " (" + CommentFrom(nameBody, portParen + 1);
   return parts;
 }
 
 // "type name" alone, the port list's "(" first on the next line that is
 // neither blank nor a "//" line.
-std::optional<HeaderParts> ReadSplitHeader(const LineViews& lines, std::size_t start, const Match& head) {
+std::optional<HeaderParts> ReadSplitHeader(const LineViews& lines, std::size_t start, const InstanceHead& head) {
   std::size_t next = start + 1;
   while (next < lines.size() && IsCommentOrBlankLine(lines[next])) ++next;
   if (next == lines.size()) return std::nullopt;
   std::size_t paren = LeadingBlanks(lines[next]);
   if (lines[next][paren] != '(') return std::nullopt;
-  return HeaderParts{{next, paren}, head.Str(1) + " " + head.Str(2) + " (", 0, {}};
+  return HeaderParts{{next, paren}, std::string(head.type) + " " + std::string(head.name) + " (", 0, {}};
 }
 
 // A lone type word, the next line reading "name (".
-std::optional<HeaderParts> ReadTypeWordHeader(const LineViews& lines, std::size_t start, const Match& head) {
+std::optional<HeaderParts> ReadTypeWordHeader(const LineViews& lines, std::size_t start, const InstanceHead& head) {
   if (start + 1 >= lines.size()) return std::nullopt;
   std::string_view next = lines[start + 1];
   std::size_t indent = LeadingBlanks(next);
-  Match call;
-  if (!Patterns().kCallHeadPattern.Search(next.substr(indent), &call)) return std::nullopt;
-  std::size_t paren = indent + call.End(0) - 1;
-  std::string header = head.Str(1) + " " + call.Str(1) + " (" + CommentFrom(TrimmedRight(next), paren + 1);
+  const std::optional<InstanceHead> call = ReadCallHead(next.substr(indent));
+  if (!call) return std::nullopt;
+  std::size_t paren = indent + call->end - 1;
+  std::string header =
+      std::string(head.type) + " " + std::string(call->type) + " (" + CommentFrom(TrimmedRight(next), paren + 1);
   return HeaderParts{{start + 1, paren}, std::move(header), 0, {}};
 }
 
-// The header forms are tried in order; each pattern runs only on a line of
-// its shape.
+// The header forms, tried in order.
 std::optional<HeaderParts> ReadHeader(const LineViews& lines, const ParenthesisMatches& parens, std::size_t start,
                                       std::size_t indent, std::string_view trimmed) {
-  const PatternTable& patterns = Patterns();
-  Match head;
-  if (HasInstanceHead(trimmed) && patterns.kInstanceHeadPattern.Search(trimmed, &head)) {
-    return ReadPlainHeader(lines[start], start, indent, head);
+  if (std::optional<InstanceHead> head = ReadInstanceHead(trimmed)) {
+    return ReadPlainHeader(lines[start], start, indent, *head);
   }
-  if (HasParamInstanceHead(trimmed) && patterns.kParamInstanceHeadPattern.Search(trimmed, &head)) {
-    return ReadParamHeader(lines, parens, start, indent, head);
+  if (std::optional<InstanceHead> head = ReadParamInstanceHead(trimmed)) {
+    return ReadParamHeader(lines, parens, start, indent, *head);
   }
-  if (IsTypeAndName(trimmed) && patterns.kTypeAndNamePattern.Search(trimmed, &head)) {
-    return ReadSplitHeader(lines, start, head);
-  }
-  if (IsSingleWord(trimmed) && patterns.kSingleWordPattern.Search(trimmed, &head)) {
-    return ReadTypeWordHeader(lines, start, head);
-  }
+  if (std::optional<InstanceHead> head = ReadTypeAndName(trimmed)) return ReadSplitHeader(lines, start, *head);
+  if (std::optional<InstanceHead> head = ReadSingleWord(trimmed)) return ReadTypeWordHeader(lines, start, *head);
   return std::nullopt;
 }
 
@@ -184,6 +178,12 @@ std::optional<InstanceSpan> FindInstance(const LineViews& lines, const Parenthes
   // Every header form begins with a word; no block keyword starts an
   // instance.
   if (trimmed.empty() || !IsWordByte(trimmed[0])) return std::nullopt;
+  // The shapes of the header forms are cheap to test and rule out most
+  // lines before the keyword test.
+  if (!HasInstanceHead(trimmed) && !HasParamInstanceHead(trimmed) && !IsTypeAndName(trimmed) &&
+      !IsSingleWord(trimmed)) {
+    return std::nullopt;
+  }
   if (StartsWithBlockKeyword(trimmed)) return std::nullopt;
   const std::size_t indent = LeadingBlanks(line);
   std::optional<HeaderParts> parts = ReadHeader(lines, parens, start, indent, trimmed);

@@ -1,7 +1,5 @@
 #include "format/scan/instance_heads.h"
 
-#include <cstddef>
-
 #include "common/text_utils.h"
 
 namespace quill {
@@ -17,40 +15,65 @@ std::size_t SkipSpaces(std::string_view s, std::size_t pos) {
   return pos;
 }
 
-// The position after "\w+\s+" at the start of `t`, or 0 when it is not there.
-std::size_t AfterTypeWord(std::string_view t) {
+// The end of the leading "\w+" and the position after the "\s+" behind it,
+// or nothing when either is missing.
+struct TypeWord {
+  std::size_t wordEnd;
+  std::size_t next;
+};
+
+std::optional<TypeWord> ReadTypeWord(std::string_view t) {
   const std::size_t wordEnd = SkipWord(t, 0);
-  if (wordEnd == 0) return 0;
+  if (wordEnd == 0) return std::nullopt;
   const std::size_t next = SkipSpaces(t, wordEnd);
-  return next == wordEnd ? 0 : next;
+  if (next == wordEnd) return std::nullopt;
+  return TypeWord{wordEnd, next};
 }
 
-bool IsOpenParenthesisAfterSpaces(std::string_view t, std::size_t pos) {
+// The position after "\s*\(" at `pos`, or nothing.
+std::optional<std::size_t> AfterOpenParenthesis(std::string_view t, std::size_t pos) {
   pos = SkipSpaces(t, pos);
-  return pos < t.size() && t[pos] == '(';
+  if (pos >= t.size() || t[pos] != '(') return std::nullopt;
+  return pos + 1;
 }
 
 }  // namespace
 
-bool HasInstanceHead(std::string_view t) {
-  const std::size_t name = AfterTypeWord(t);
-  if (name == 0) return false;
-  const std::size_t nameEnd = SkipWord(t, name);
-  return nameEnd > name && IsOpenParenthesisAfterSpaces(t, nameEnd);
+std::optional<InstanceHead> ReadInstanceHead(std::string_view t) {
+  const std::optional<TypeWord> type = ReadTypeWord(t);
+  if (!type) return std::nullopt;
+  const std::size_t nameEnd = SkipWord(t, type->next);
+  if (nameEnd == type->next) return std::nullopt;
+  const std::optional<std::size_t> end = AfterOpenParenthesis(t, nameEnd);
+  if (!end) return std::nullopt;
+  return InstanceHead{t.substr(0, type->wordEnd), t.substr(type->next, nameEnd - type->next), *end};
 }
 
-bool HasParamInstanceHead(std::string_view t) {
-  const std::size_t hash = AfterTypeWord(t);
-  return hash != 0 && hash < t.size() && t[hash] == '#' && IsOpenParenthesisAfterSpaces(t, hash + 1);
+std::optional<InstanceHead> ReadParamInstanceHead(std::string_view t) {
+  const std::optional<TypeWord> type = ReadTypeWord(t);
+  if (!type || type->next >= t.size() || t[type->next] != '#') return std::nullopt;
+  const std::optional<std::size_t> end = AfterOpenParenthesis(t, type->next + 1);
+  if (!end) return std::nullopt;
+  return InstanceHead{t.substr(0, type->wordEnd), {}, *end};
 }
 
-bool IsTypeAndName(std::string_view t) {
-  const std::size_t name = AfterTypeWord(t);
-  return name != 0 && name < t.size() && SkipWord(t, name) == t.size();
+std::optional<InstanceHead> ReadTypeAndName(std::string_view t) {
+  const std::optional<TypeWord> type = ReadTypeWord(t);
+  if (!type || type->next >= t.size() || SkipWord(t, type->next) != t.size()) return std::nullopt;
+  return InstanceHead{t.substr(0, type->wordEnd), t.substr(type->next), t.size()};
 }
 
-bool IsSingleWord(std::string_view t) {
-  return !t.empty() && SkipWord(t, 0) == t.size();
+std::optional<InstanceHead> ReadSingleWord(std::string_view t) {
+  if (t.empty() || SkipWord(t, 0) != t.size()) return std::nullopt;
+  return InstanceHead{t, {}, t.size()};
+}
+
+std::optional<InstanceHead> ReadCallHead(std::string_view t) {
+  const std::size_t wordEnd = SkipWord(t, 0);
+  if (wordEnd == 0) return std::nullopt;
+  const std::optional<std::size_t> end = AfterOpenParenthesis(t, wordEnd);
+  if (!end) return std::nullopt;
+  return InstanceHead{t.substr(0, wordEnd), {}, *end};
 }
 
 }  // namespace quill

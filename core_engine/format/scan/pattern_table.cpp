@@ -30,11 +30,6 @@ PatternTable::PatternTable()
       kStatementStartPattern(R"(^\s*(always|initial|module|endmodule|assign|wire|reg|logic)\b)", kIcase, kPolicy),
       kNamedConnectionPattern(R"(^(\s*)\.(\w+)\s*\(\s*(.+?)\s*\)\s*(,?)\s*(//.*)?$)", kCase, kPolicy),
       kBlockKeywordPattern(R"(^\s*(module|function|task|if|else|case|casex|casez|for|while|forever|assign|always|always_ff|always_comb|initial|generate|endgenerate|specify|endspecify)\b)", kIcase, kPolicy),
-      kInstanceHeadPattern(R"(^(\w+)\s+(\w+)\s*\()", kCase, kPolicy),
-      kParamInstanceHeadPattern(R"(^(\w+)\s+#\s*\()", kCase, kPolicy),
-      kTypeAndNamePattern(R"(^(\w+)\s+(\w+)$)", kCase, kPolicy),
-      kSingleWordPattern(R"(^(\w+)$)", kCase, kPolicy),
-      kCallHeadPattern(R"(^(\w+)\s*\()", kCase, kPolicy),
       kDeclKeywords{
           "wire", "reg", "logic", "parameter", "localparam", "assign", "always", "always_ff", "always_comb", "initial",
           "generate", "genvar", "integer", "input", "output", "inout", "module", "endmodule", "function", "task",

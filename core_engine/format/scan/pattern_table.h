@@ -28,11 +28,6 @@ struct PatternTable {
   Pattern kStatementStartPattern;
   Pattern kNamedConnectionPattern;
   Pattern kBlockKeywordPattern;
-  Pattern kInstanceHeadPattern;
-  Pattern kParamInstanceHeadPattern;
-  Pattern kTypeAndNamePattern;
-  Pattern kSingleWordPattern;
-  Pattern kCallHeadPattern;
   NameSet kDeclKeywords;  // lower case, looked up ignoring case
 };
 
