@@ -40,6 +40,8 @@ bool IsSeparatorLine(std::string_view line) {
 struct SectionList {
   std::vector<Section> sections;
   std::vector<bool> separatedFromPrevious;
+  // Where each section's first line begins in the text.
+  std::vector<std::size_t> firstOffsets;
 };
 
 SectionList BuildSections(std::string_view text) {
@@ -60,6 +62,7 @@ SectionList BuildSections(std::string_view text) {
     } else {
       sections.push_back(Section{label, i, i, 1});
       list.separatedFromPrevious.push_back(separatorSinceLabel);
+      list.firstOffsets.push_back(static_cast<std::size_t>(line.data() - text.data()));
     }
     separatorSinceLabel = false;
   }
@@ -81,16 +84,31 @@ std::string SpaceSections(std::string_view text) {
   const std::vector<Section>& sections = list.sections;
   if (sections.size() < 2) return std::string(text);
 
-  // First lines of the sections that get an empty line in front, ascending.
+  // First lines of the sections that get an empty line in front, ascending,
+  // and where those lines begin.
   std::vector<std::int32_t> emptyLineBefore;
+  std::vector<std::size_t> offsets;
   for (std::size_t s = 1; s < sections.size(); ++s) {
     if (NeedsEmptyLineBetween(sections[s - 1], sections[s], list.separatedFromPrevious[s])) {
       emptyLineBefore.push_back(sections[s].first);
+      offsets.push_back(list.firstOffsets[s]);
     }
   }
 
   std::string spaced;
   spaced.reserve(text.size() + emptyLineBefore.size());
+  if (text.find('\r') == std::string_view::npos) {
+    // Without CRs the lines joined by LF are the text itself, so the empty
+    // lines go in as LFs where their sections begin.
+    std::size_t copied = 0;
+    for (std::size_t offset : offsets) {
+      spaced.append(text.substr(copied, offset - copied));
+      spaced.push_back('\n');
+      copied = offset;
+    }
+    spaced.append(text.substr(copied));
+    return spaced;
+  }
   auto next = emptyLineBefore.begin();
   LineReader reader(text);
   std::string_view line;
