@@ -1,5 +1,6 @@
 #include "format/passes/split_crowded_lines.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "common/pattern.h"
@@ -36,9 +37,21 @@ bool IsPortLine(std::string_view rest) {
          StartsWithIgnoreCase(rest, "output");
 }
 
+// Whether `s` holds "ut" (any case) at two places at least: each of the
+// port keywords holds it once, so a line with fewer holds fewer than two
+// keywords and needs no pattern run.
+bool HasTwoUts(std::string_view s) {
+  int found = 0;
+  for (std::size_t i = 0; i + 1 < s.size(); ++i) {
+    if (FoldAscii(s[i]) == 'u' && FoldAscii(s[i + 1]) == 't' && ++found == 2) return true;
+  }
+  return false;
+}
+
 // Appends one line per port keyword, or returns false when the line holds
 // fewer than two.
 bool SplitPortLine(std::string_view indent, std::string_view rest, LineJoiner* out) {
+  if (!HasTwoUts(rest)) return false;
   const CrowdedLinePatterns& p = Crowded();
   Match commentMatch;
   const bool hasComment = p.comment.Search(rest, &commentMatch);
@@ -62,6 +75,8 @@ bool SplitPortLine(std::string_view indent, std::string_view rest, LineJoiner* o
 // Appends one line per named connection, or returns false when the line
 // holds fewer than two. Text outside the connections is dropped.
 bool SplitConnectionLine(std::string_view indent, std::string_view rest, LineJoiner* out) {
+  // Each connection begins with its own ".".
+  if (std::count(rest.begin(), rest.end(), '.') < 2) return false;
   const CrowdedLinePatterns& p = Crowded();
   std::vector<std::string_view> pieces;
   p.connection.ForEachMatch(rest, [&pieces](const Match& m) { pieces.push_back(m.Group()); });
