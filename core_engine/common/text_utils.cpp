@@ -94,6 +94,36 @@ std::string JoinLines(const LineViews& lines, std::string_view separator) {
   return JoinAll(lines, separator);
 }
 
+std::string RewriteLines(std::string_view text, const std::vector<LineReplacement>& replacements,
+                         std::size_t expectedSize) {
+  if (text.find('\r') == std::string_view::npos) {
+    std::string result;
+    result.reserve(expectedSize);
+    std::size_t copied = 0;
+    for (const LineReplacement& replacement : replacements) {
+      const auto begin = static_cast<std::size_t>(replacement.line.data() - text.data());
+      result.append(text.substr(copied, begin - copied));
+      result.append(replacement.text);
+      copied = begin + replacement.line.size();
+    }
+    result.append(text.substr(copied));
+    return result;
+  }
+  LineJoiner output(expectedSize);
+  auto next = replacements.begin();
+  LineReader reader(text);
+  std::string_view line;
+  while (reader.Next(&line)) {
+    if (next != replacements.end() && next->line.data() == line.data()) {
+      output.Add(next->text);
+      ++next;
+    } else {
+      output.Add(line);
+    }
+  }
+  return output.Take();
+}
+
 // A plain scan gives the same matches as "/\*[\s\S]*?\*/": each comment ends
 // at the first "*/" that starts two or more bytes after its "/*", and once
 // one "/*" finds no end, no later one can.

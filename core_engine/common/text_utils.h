@@ -127,6 +127,21 @@ class LineJoiner {
   bool empty_ = true;
 };
 
+// A new text for one line of a text; `line` is the view of it that the line
+// reader gave.
+struct LineReplacement {
+  std::string_view line;
+  std::string text;
+};
+
+// The text's lines as the line reader gives them (a CR before each LF
+// dropped), joined by LF, with each replaced line's new text in its place;
+// the replacements come in line order. Where the text holds no CR, its lines
+// joined are the text itself, so the stretches between replacements are
+// copied whole instead of line by line.
+std::string RewriteLines(std::string_view text, const std::vector<LineReplacement>& replacements,
+                         std::size_t expectedSize);
+
 // Replaces each block comment ("/*" up to the first following "*/") by what
 // `replace` returns for it, left to right; other text is copied unchanged.
 std::string ReplaceEachMatch(std::string_view text, const std::function<std::string(std::string_view)>& replace);

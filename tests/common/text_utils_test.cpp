@@ -285,3 +285,42 @@ TEST(TextUtilsTest, CountMatches) {
 
 }  // namespace
 }  // namespace quill
+
+namespace quill {
+namespace {
+
+// RewriteLines against its definition: the reader's lines, some replaced,
+// joined by LF. `replaced` holds line numbers and their new texts.
+struct RewriteCase {
+  const char* name;
+  std::string text;
+  std::vector<std::pair<std::size_t, std::string>> replaced;
+  std::string expected;
+};
+
+class RewriteLinesTest : public testing::TestWithParam<RewriteCase> {};
+
+TEST_P(RewriteLinesTest, ReplacesTheNamedLinesOnly) {
+  const RewriteCase& c = GetParam();
+  const LineViews lines = SplitLineViews(c.text);
+  std::vector<LineReplacement> replacements;
+  for (const auto& [index, text] : c.replaced) replacements.push_back({lines[index], text});
+  EXPECT_EQ(RewriteLines(c.text, replacements, 0), c.expected);
+}
+
+const RewriteCase kRewriteCases[] = {
+    {"NothingReplaced", "a\nb\n", {}, "a\nb\n"},
+    {"FirstLine", "a\nb\nc", {{0, "A"}}, "A\nb\nc"},
+    {"LastLineWithoutLf", "a\nb\nc", {{2, "C!"}}, "a\nb\nC!"},
+    {"EmptyLastLine", "a\n", {{1, "z"}}, "a\nz"},
+    {"SeveralLinesLongerAndShorter", "one\ntwo\nthree\n", {{0, "1"}, {2, "THREE!!"}}, "1\ntwo\nTHREE!!\n"},
+    {"CrBeforeLfDroppedEverywhere", "a\r\nb\r\nc\r\n", {{1, "B"}}, "a\nB\nc\n"},
+    {"LoneCrStaysInsideALine", "a\rb\nc\r\n", {{1, "C"}}, "a\rb\nC\n"},
+    {"CrAtTheEndDropped", "a\nb\r", {{0, "x"}}, "x\nb"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Texts, RewriteLinesTest, testing::ValuesIn(kRewriteCases),
+                         [](const testing::TestParamInfo<RewriteCase>& test) { return test.param.name; });
+
+}  // namespace
+}  // namespace quill

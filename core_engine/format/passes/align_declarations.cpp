@@ -80,6 +80,7 @@ std::string AlignDeclarations(std::string_view text) {
   // First reading: the candidates, their groups and each group's widths.
   CandidateGrouper grouper;
   std::vector<DeclColumns> columns;
+  std::vector<std::string_view> candidateLines;
   LineReader reader(text);
   std::string_view line;
   for (std::size_t i = 0; reader.Next(&line); ++i) {
@@ -90,24 +91,20 @@ std::string AlignDeclarations(std::string_view text) {
     }
     if (grouper.AddCandidate(i)) columns.emplace_back();
     Widen(&columns.back(), *record);
+    candidateLines.push_back(line);
   }
   if (columns.empty()) return std::string(text);
 
-  // Second reading: each candidate is dissected again for its rewrite, so no
-  // record outlives its line.
+  // Second reading, of the candidates only: each is dissected again for its
+  // rewrite, so no record outlives its line.
   const std::vector<CandidateGrouper::Candidate>& candidates = grouper.Candidates();
-  auto next = candidates.begin();
-  LineJoiner output(text.size() + text.size() / 4);
-  LineReader again(text);
-  for (std::size_t i = 0; again.Next(&line); ++i) {
-    if (next != candidates.end() && next->line == i) {
-      output.Add(RebuildDeclaration(*ReadDeclaration(line), columns[next->group]));
-      ++next;
-    } else {
-      output.Add(line);
-    }
+  std::vector<LineReplacement> rewrites;
+  rewrites.reserve(candidates.size());
+  for (std::size_t k = 0; k < candidates.size(); ++k) {
+    const std::string_view candidate = candidateLines[k];
+    rewrites.push_back({candidate, RebuildDeclaration(*ReadDeclaration(candidate), columns[candidates[k].group])});
   }
-  return output.Take();
+  return RewriteLines(text, rewrites, text.size() + text.size() / 4);
 }
 
 }  // namespace quill

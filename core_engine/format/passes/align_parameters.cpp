@@ -152,6 +152,7 @@ std::string AlignParameters(std::string_view text) {
   CandidateGrouper grouper;
   std::vector<bool> inList;
   std::vector<ParamColumns> columns;
+  std::vector<std::string_view> candidateLines;
   ParamListTracker tracker;
   LineReader reader(text);
   std::string_view line;
@@ -166,26 +167,21 @@ std::string AlignParameters(std::string_view text) {
     if (grouper.AddCandidate(i)) columns.emplace_back();
     Widen(&columns.back(), *record);
     inList.push_back(lineInList);
+    candidateLines.push_back(line);
   }
   if (columns.empty()) return std::string(text);
 
-  // Second reading: each item is dissected again for its rewrite, so no
-  // record outlives its line.
+  // Second reading, of the items only: each is dissected again for its
+  // rewrite, so no record outlives its line.
   const std::vector<CandidateGrouper::Candidate>& candidates = grouper.Candidates();
-  std::size_t next = 0;
-  LineJoiner output(text.size() + text.size() / 4);
-  LineReader again(text);
-  for (std::size_t i = 0; again.Next(&line); ++i) {
-    if (next < candidates.size() && candidates[next].line == i) {
-      ParamRecord record = *ReadParameter(line);
-      record.inList = inList[next];
-      output.Add(RebuildParameter(record, columns[candidates[next].group]));
-      ++next;
-    } else {
-      output.Add(line);
-    }
+  std::vector<LineReplacement> rewrites;
+  rewrites.reserve(candidates.size());
+  for (std::size_t k = 0; k < candidates.size(); ++k) {
+    ParamRecord record = *ReadParameter(candidateLines[k]);
+    record.inList = inList[k];
+    rewrites.push_back({candidateLines[k], RebuildParameter(record, columns[candidates[k].group])});
   }
-  return output.Take();
+  return RewriteLines(text, rewrites, text.size() + text.size() / 4);
 }
 
 }  // namespace quill
