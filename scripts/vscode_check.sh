@@ -43,7 +43,7 @@ fi
 # use Debian's rg.
 mkdir -p "$tools"
 if ! cmp -s tests/lsp/vscode_ui/package-lock.json "$tools/package-lock.json" || [ ! -f "$tools/.installed" ]; then
-  echo "installing code-server into $tools (a few minutes)"
+  echo "installing code-server into $tools (about a minute)"
   rm -rf "$tools"
   mkdir -p "$tools"
   cp tests/lsp/vscode_ui/package.json tests/lsp/vscode_ui/package-lock.json "$tools/"
@@ -117,13 +117,24 @@ ln -s "$quill" "$work/bin/quill"
 # VSCODE_CLI=1: the extension host keeps this environment, as when code-server
 # is started from a terminal, instead of taking the PATH of a login shell
 # (where this machine's /etc/profile would drop the quill under test).
+# setsid: its own process group, so that the file watcher, the extension host
+# and the language server it started end with it.
 VSCODE_CLI=1 XDG_CONFIG_HOME=$work/xdg XDG_DATA_HOME=$work/xdg XDG_CACHE_HOME=$work/xdg PATH=$work/bin:$PATH \
-  "$code_server" --config "$work/code-server.yaml" --user-data-dir "$work/user-data" \
+  setsid "$code_server" --config "$work/code-server.yaml" --user-data-dir "$work/user-data" \
   --extensions-dir "$work/extensions" --disable-telemetry --disable-update-check \
   --disable-workspace-trust --disable-getting-started-override --log trace "$work/workspace" \
   >"$work/code-server.log" 2>&1 &
 server=$!
-trap 'kill "$server" 2>/dev/null; wait "$server" 2>/dev/null || true' EXIT
+stop_server() {
+  kill -TERM -- "-$server" 2>/dev/null || true
+  wait "$server" 2>/dev/null || true
+  for _ in $(seq 1 20); do
+    pgrep -g "$server" >/dev/null || return 0
+    sleep 0.25
+  done
+  kill -KILL -- "-$server" 2>/dev/null || true
+}
+trap stop_server EXIT
 url=
 for _ in $(seq 1 120); do
   url=$(sed -n 's|.*HTTP server listening on \(http://127\.0\.0\.1:[0-9]*\).*|\1|p' "$work/code-server.log" | head -n 1)
