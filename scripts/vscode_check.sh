@@ -75,7 +75,8 @@ if ! cmp -s tests/lsp/vscode_ui/package-lock.json "$tools/package-lock.json" || 
   touch "$tools/.installed"
 fi
 code_server=$tools/node_modules/.bin/code-server
-version=$("$code_server" --version | head -n 1)
+# Its own config folder: even --version writes a default config file.
+version=$(XDG_CONFIG_HOME="$tools/xdg" XDG_DATA_HOME="$tools/xdg" "$code_server" --version | head -n 1)
 
 # The extension: its manifest from tests/lsp/vscode_extension, its code the
 # README's snippet as it is written there.
