@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "precision/assignment_paths.h"
 #include "precision/procedural_drives.h"
 
 namespace quill::cli {
@@ -132,7 +133,247 @@ class FindingProof {
     const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
     if (!name || name->empty() || !module) return false;
     if (duplicate && TimesCount(finding_.message) != 2u) return false;
+    return IsDirectionThenType(DeclarationTokens(*name, *module), duplicate);
+  }
+
+  // A modport's or clocking block's "input x" names a signal declared
+  // elsewhere: a duplicate whose declarations all but one are such items,
+  // or a use "before" one of them, is not what it says.
+  bool InterfaceItems() const {
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
+    if (!name || name->empty() || !module) return false;
+    if (finding_.check == "dupli-define" && finding_.message.rfind("signal '", 0) == 0) {
+      const std::vector<std::size_t> declarations = DeclarationTokens(*name, *module);
+      const std::optional<std::size_t> count = TimesCount(finding_.message);
+      const auto real = static_cast<std::size_t>(
+          std::count_if(declarations.begin(), declarations.end(),
+                        [this](std::size_t t) { return !scopes_.IsInInterfaceItems(scopes_.NodeOfToken(t)); }));
+      if (!count || real > 1) return false;
+      // A modport list continued on a line of its own counts there too.
+      return declarations.size() == *count || real + ItemLinesNaming(*name, *module) == *count;
+    }
+    if (finding_.check == "used-bef-declare") {
+      const std::optional<std::uint32_t> line = DeclarationLine();
+      if (!line) return false;
+      const std::optional<std::size_t> token = scopes_.FindOnLine(*line, *name, true);
+      return token && scopes_.IsInInterfaceItems(scopes_.NodeOfToken(*token));
+    }
+    return false;
+  }
+
+  bool DefaultBeforeBranch() const {
+    if (finding_.check != "latch") return false;
+    const ProceduralBlock* block = scopes_.BlockOnLine(finding_.line);
+    return block != nullptr && DefaultsCoverBranches(scopes_.Tokens(), *block);
+  }
+
+  // Struct and union members and the locals of a function or task live in
+  // scopes of their own: a duplicate whose declarations lie pairwise in
+  // different such scopes (at most one outside them) names different
+  // objects. Continuous assigns that each drive a member or select of one
+  // signal, pairwise disjoint, do not assign it repeatedly.
+  bool MemberScopes() const {
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
+    if (!name || name->empty() || !module) return false;
+    if (finding_.check == "dupli-define" && finding_.message.rfind("signal '", 0) == 0) {
+      const std::vector<std::size_t> declarations = DeclarationTokens(*name, *module);
+      if (declarations.size() < 2 || declarations.size() != TimesCount(finding_.message)) return false;
+      std::vector<std::pair<int, std::size_t>> seen;
+      for (std::size_t t : declarations) {
+        std::pair<int, std::size_t> scope{0, 0};
+        if (const std::optional<std::size_t> body = scopes_.InnermostAggregate(t)) {
+          scope = {1, *body};
+        } else if (const std::optional<std::size_t> routine = scopes_.InnermostRoutine(scopes_.NodeOfToken(t))) {
+          scope = {2, *routine};
+        }
+        if (std::find(seen.begin(), seen.end(), scope) != seen.end()) return false;
+        seen.push_back(scope);
+      }
+      return true;
+    }
+    if (finding_.check == "repeated-assig") {
+      const std::vector<Token>& tokens = scopes_.Tokens();
+      std::vector<std::vector<PathSegment>> paths;
+      for (std::size_t a : scopes_.AssignKeywords()) {
+        if (a + 1 >= tokens.size() || !EqualFoldingCase(tokens[a + 1].text, *name)) continue;
+        if (scopes_.ModuleOf(scopes_.NodeOfToken(a)) != *module) continue;
+        const std::optional<StatementSplit> split = SplitAssignment(tokens, a + 1);
+        if (!split) return false;
+        Path path = ReadPath(tokens, a + 1, split->equals);
+        if (path.segments.empty() || path.end != split->equals) return false;
+        for (const std::vector<PathSegment>& other : paths) {
+          if (PathsMayOverlap(other, path.segments)) return false;
+        }
+        paths.push_back(std::move(path.segments));
+      }
+      return paths.size() >= 2 && paths.size() == TimesCount(finding_.message);
+    }
+    return false;
+  }
+
+  // "wire x = a & b;": the linter takes a and b for declared names. A
+  // duplicate that is one declaration (or a port declared by direction and
+  // then by type) once such places are left out, or a "wire-always" whose
+  // only wire declaration is such a place, on a name declared as a
+  // variable, is not what it says.
+  bool InitializerNames() const {
+    const bool duplicate = finding_.check == "dupli-define" && finding_.message.rfind("signal '", 0) == 0;
+    if (!duplicate && finding_.check != "wire-always") return false;
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
+    if (!name || name->empty() || !module) return false;
     const std::vector<std::size_t> declarations = DeclarationTokens(*name, *module);
+    // The linter counts some initializer places and not others; a count
+    // above the places seen here may hide a declaration this scan cannot
+    // read, which keeps the finding.
+    const std::optional<std::size_t> count = TimesCount(finding_.message);
+    if (duplicate && (!count || declarations.size() < *count)) return false;
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    std::vector<std::size_t> declared;
+    bool wireInInitializer = false;
+    bool variable = false;
+    for (std::size_t t : declarations) {
+      const std::optional<std::size_t> first = FirstTokenOfLine(tokens[t].line);
+      if (!first) return false;
+      bool wire = false;
+      bool variableType = false;
+      for (std::size_t k = *first; k < t; ++k) {
+        if (IsAnyOf(tokens[k], {"wire", "tri"})) wire = true;
+        if (IsAnyOf(tokens[k], {"reg", "logic", "integer", "var", "bit"})) variableType = true;
+      }
+      if (IsInInitializer(tokens, *first, t)) {
+        wireInInitializer = wireInInitializer || wire;
+        continue;
+      }
+      if (wire && !duplicate) return false;
+      variable = variable || variableType;
+      declared.push_back(t);
+    }
+    if (declared.size() == declarations.size()) return false;
+    if (duplicate) return declared.size() <= 1 || IsDirectionThenType(declared, true);
+    return wireInInitializer && variable;
+  }
+
+  // "used at line A before declaration at line B" where the name does not
+  // occur before line B in its unit, other than as a member ("a.name") or
+  // a port ".name(...)": no use precedes the declaration. A ".*"
+  // connection may use any name and keeps the finding.
+  bool AbsentUse() const {
+    if (finding_.check != "used-bef-declare") return false;
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    const std::optional<std::uint32_t> line = DeclarationLine();
+    if (!name || name->empty() || !line) return false;
+    const std::optional<std::size_t> declaration = scopes_.FindOnLine(*line, *name, true);
+    if (!declaration) return false;
+    const std::size_t module = scopes_.ModuleOf(scopes_.NodeOfToken(*declaration));
+    if (module == 0) return false;
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    std::size_t start = *declaration;
+    while (start > 0) {
+      const std::size_t other = scopes_.ModuleOf(scopes_.NodeOfToken(start - 1));
+      if (other != 0 && other != module) break;
+      --start;
+    }
+    for (std::size_t t = start; t < *declaration; ++t) {
+      if (tokens[t].Is(".") && t + 1 < tokens.size() && tokens[t + 1].Is("*")) return false;
+      if (!EqualFoldingCase(tokens[t].text, *name)) continue;
+      const bool afterDot = t > 0 && tokens[t - 1].Is(".");
+      const bool member = afterDot && t > 1 && (tokens[t - 2].kind == Token::Kind::kWord || tokens[t - 2].Is("]") ||
+                                                tokens[t - 2].Is(")"));
+      const bool port = afterDot && t + 1 < tokens.size() && tokens[t + 1].Is("(");
+      if (!member && !port) return false;
+    }
+    return true;
+  }
+
+  bool IntendedLatch() const {
+    if (finding_.check != "latch") return false;
+    const ProceduralBlock* block = scopes_.BlockOnLine(finding_.line);
+    return block != nullptr && scopes_.Tokens()[block->keyword].Is("always_latch");
+  }
+
+  // "assign root.a.b = root.c.d;" reported as a loop on 'root': where the
+  // root stands on the right only as the root of paths that name parts
+  // disjoint from the left-hand path's, nothing feeds back.
+  bool HierarchicalPaths() const {
+    if (finding_.check != "comb-loop" || finding_.message.rfind("assign '", 0) != 0) return false;
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    const std::optional<std::size_t> first = FirstTokenOfLine(finding_.line);
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    if (!name || name->empty() || !first || !tokens[*first].Is("assign") || *first + 1 >= tokens.size()) return false;
+    const std::size_t root = *first + 1;
+    if (!EqualFoldingCase(tokens[root].text, *name)) return false;
+    const std::optional<StatementSplit> split = SplitAssignment(tokens, root);
+    if (!split) return false;
+    const Path left = ReadPath(tokens, root, split->equals);
+    if (left.end != split->equals || left.segments.empty() || !left.segments.front().member) return false;
+    bool onRight = false;
+    for (std::size_t t = split->equals + 1; t < split->end; ++t) {
+      if (!EqualFoldingCase(tokens[t].text, *name) || tokens[t - 1].Is(".")) continue;
+      const Path right = ReadPath(tokens, t, split->end);
+      if (right.segments.empty() || !right.segments.front().member) return false;
+      if (PathsMayOverlap(left.segments, right.segments)) return false;
+      onRight = true;
+    }
+    return onRight;
+  }
+
+ private:
+  // The lines of the unit's modport and clocking items that name `name`.
+  std::size_t ItemLinesNaming(std::string_view name, std::size_t module) const {
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    std::size_t lines = 0;
+    std::optional<std::uint32_t> last;
+    for (std::size_t t = 0; t < tokens.size(); ++t) {
+      if (tokens[t].text != name || (last && *last == tokens[t].line)) continue;
+      const std::size_t node = scopes_.NodeOfToken(t);
+      if (!scopes_.IsInInterfaceItems(node) || scopes_.ModuleOf(node) != module) continue;
+      last = tokens[t].line;
+      ++lines;
+    }
+    return lines;
+  }
+
+  // B of "declaration at line B", zero-based.
+  std::optional<std::uint32_t> DeclarationLine() const {
+    const std::size_t at = finding_.message.rfind("declaration at line ");
+    if (at == std::string_view::npos) return std::nullopt;
+    std::uint32_t oneBased = 0;
+    const char* begin = finding_.message.data() + at + 20;
+    const char* end = finding_.message.data() + finding_.message.size();
+    if (std::from_chars(begin, end, oneBased).ec != std::errc() || oneBased == 0) return std::nullopt;
+    return oneBased - 1;
+  }
+
+  // The instance's name in the statement that starts on `line` (the
+  // linter quotes the line of the module name, which may precede the
+  // parameters and the instance name).
+  std::optional<std::size_t> InstanceNameFrom(std::uint32_t line, std::string_view name) const {
+    const std::optional<std::size_t> first = FirstTokenOfLine(line);
+    if (!first) return std::nullopt;
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    std::size_t depth = 0;
+    for (std::size_t t = *first; t < tokens.size(); ++t) {
+      if (tokens[t].Is("(")) ++depth;
+      if (tokens[t].Is(")") && depth > 0) --depth;
+      if (depth == 0 && tokens[t].Is(";")) return std::nullopt;
+      if (depth == 0 && tokens[t].text == name) return t;
+    }
+    return std::nullopt;
+  }
+  std::optional<std::size_t> ModuleOfLine(std::uint32_t line) const {
+    const std::optional<std::size_t> token = FirstTokenOfLine(line);
+    if (!token) return std::nullopt;
+    const std::size_t module = scopes_.ModuleOf(scopes_.NodeOfToken(*token));
+    if (module == 0) return std::nullopt;
+    return module;
+  }
+
+  // Two declarations: one by direction only, one by type only (for a
+  // "wire-always" finding, the type must be a variable's).
+  bool IsDirectionThenType(const std::vector<std::size_t>& declarations, bool duplicate) const {
     if (declarations.size() != 2) return false;
     int directions = 0;
     int types = 0;
@@ -154,49 +395,6 @@ class FindingProof {
       if (variable && !direction) ++variables;
     }
     return directions == 1 && types == 1 && (duplicate || variables == 1);
-  }
-
-  // A modport's or clocking block's "input x" names a signal declared
-  // elsewhere: a duplicate whose declarations all but one are such items,
-  // or a use "before" one of them, is not what it says.
-  bool InterfaceItems() const {
-    const std::optional<std::string_view> name = QuotedName(finding_.message);
-    const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
-    if (!name || name->empty() || !module) return false;
-    if (finding_.check == "dupli-define" && finding_.message.rfind("signal '", 0) == 0) {
-      const std::vector<std::size_t> declarations = DeclarationTokens(*name, *module);
-      if (declarations.size() != TimesCount(finding_.message)) return false;
-      const auto real = std::count_if(declarations.begin(), declarations.end(), [this](std::size_t t) {
-        return !scopes_.IsInInterfaceItems(scopes_.NodeOfToken(t));
-      });
-      return real <= 1;
-    }
-    if (finding_.check == "used-bef-declare") {
-      const std::size_t at = finding_.message.rfind("declaration at line ");
-      if (at == std::string_view::npos) return false;
-      std::uint32_t oneBased = 0;
-      const char* begin = finding_.message.data() + at + 20;
-      const char* end = finding_.message.data() + finding_.message.size();
-      if (std::from_chars(begin, end, oneBased).ec != std::errc() || oneBased == 0) return false;
-      const std::optional<std::size_t> token = scopes_.FindOnLine(oneBased - 1, *name, true);
-      return token && scopes_.IsInInterfaceItems(scopes_.NodeOfToken(*token));
-    }
-    return false;
-  }
-
-  bool DefaultBeforeBranch() const {
-    if (finding_.check != "latch") return false;
-    const ProceduralBlock* block = scopes_.BlockOnLine(finding_.line);
-    return block != nullptr && DefaultsCoverBranches(scopes_.Tokens(), *block);
-  }
-
- private:
-  std::optional<std::size_t> ModuleOfLine(std::uint32_t line) const {
-    const std::optional<std::size_t> token = FirstTokenOfLine(line);
-    if (!token) return std::nullopt;
-    const std::size_t module = scopes_.ModuleOf(scopes_.NodeOfToken(*token));
-    if (module == 0) return std::nullopt;
-    return module;
   }
 
   std::optional<std::size_t> FirstTokenOfLine(std::uint32_t line) const {
@@ -257,7 +455,8 @@ class FindingProof {
     std::vector<std::size_t> nodes;
     for (std::uint32_t oneBased : *lines) {
       if (oneBased == 0) return false;
-      const std::optional<std::size_t> token = scopes_.FindOnLine(oneBased - 1, name, false);
+      std::optional<std::size_t> token = scopes_.FindOnLine(oneBased - 1, name, false);
+      if (!token) token = InstanceNameFrom(oneBased - 1, name);
       if (!token) return false;
       nodes.push_back(scopes_.NodeOfToken(*token));
     }
@@ -330,6 +529,13 @@ std::optional<LintFilter> FilterThatDrops(const GenerateScopes& scopes, const Fi
   if (enabled.Has(LintFilter::kInterfaceItems) && proof.InterfaceItems()) return LintFilter::kInterfaceItems;
   if (enabled.Has(LintFilter::kDefaultBeforeBranch) && proof.DefaultBeforeBranch()) {
     return LintFilter::kDefaultBeforeBranch;
+  }
+  if (enabled.Has(LintFilter::kMemberScopes) && proof.MemberScopes()) return LintFilter::kMemberScopes;
+  if (enabled.Has(LintFilter::kInitializerNames) && proof.InitializerNames()) return LintFilter::kInitializerNames;
+  if (enabled.Has(LintFilter::kAbsentUse) && proof.AbsentUse()) return LintFilter::kAbsentUse;
+  if (enabled.Has(LintFilter::kIntendedLatch) && proof.IntendedLatch()) return LintFilter::kIntendedLatch;
+  if (enabled.Has(LintFilter::kHierarchicalPaths) && proof.HierarchicalPaths()) {
+    return LintFilter::kHierarchicalPaths;
   }
   return std::nullopt;
 }
