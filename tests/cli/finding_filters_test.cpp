@@ -322,6 +322,86 @@ const FilterCase kCases[] = {
      8, "dupli-define", "signal 't' defined 2 times", LintFilter::kGenerateScope},
     {"OtherChecksAreNeverDropped", "module m;\nassign a = a;\nendmodule\n", 1, "comb-loop",
      "assign 'a' feeds back to itself", kKept},
+    // Struct members, routine locals and member paths.
+    {"FieldsOfTwoStructs",
+     "package p;\n"
+     "typedef struct packed {\n"
+     "  logic a;\n"
+     "} s_t;\n"
+     "typedef struct packed {\n"
+     "  logic a;\n"
+     "} t_t;\n"
+     "endpackage\n",
+     5, "dupli-define", "signal 'a' defined 2 times", LintFilter::kMemberScopes},
+    {"TwoFieldsOfOneStructAreKept",
+     "package p;\n"
+     "typedef struct packed {\n"
+     "  logic a;\n"
+     "  logic a;\n"
+     "} s_t;\n"
+     "endpackage\n",
+     3, "dupli-define", "signal 'a' defined 2 times", kKept},
+    {"RoutineLocalAndModuleSignal",
+     "module m;\n"
+     "wire e;\n"
+     "function automatic f(input x);\n"
+     "  logic e;\n"
+     "  f = x;\n"
+     "endfunction\n"
+     "endmodule\n",
+     3, "dupli-define", "signal 'e' defined 2 times", LintFilter::kMemberScopes},
+    {"AssignsToDisjointMembers", "module m;\nassign s.a.x = 1;\nassign s.a.y = 0;\nassign s.b = 1;\nendmodule\n", 1,
+     "repeated-assig", "signal 's' assigned 3 times by assign", LintFilter::kMemberScopes},
+    {"AssignsToAMemberAndItsPrefixAreKept", "module m;\nassign s.a.x = 1;\nassign s.a = 0;\nendmodule\n", 1,
+     "repeated-assig", "signal 's' assigned 2 times by assign", kKept},
+    {"AssignsToTheWholeSignalAreKept", "module m;\nassign s.a = 1;\nassign s = 0;\nendmodule\n", 1, "repeated-assig",
+     "signal 's' assigned 2 times by assign", kKept},
+    {"AssignsToSelectsThatMayMeetAreKept", "module m;\nassign s[i] = 1;\nassign s[0] = 0;\nendmodule\n", 1,
+     "repeated-assig", "signal 's' assigned 2 times by assign", kKept},
+    {"AssignsToDifferentConstantSelects", "module m;\nassign s[1].v = 1;\nassign s[0].v = 0;\nendmodule\n", 1,
+     "repeated-assig", "signal 's' assigned 2 times by assign", LintFilter::kMemberScopes},
+    // Initializers.
+    {"NameReadInAnInitializer", "module m;\nreg q;\nwire r = q;\nendmodule\n", 2, "dupli-define",
+     "signal 'q' defined 2 times", LintFilter::kInitializerNames},
+    {"SecondDeclaredNameAfterAnInitializerIsKept", "module m;\nreg q;\nwire r = 1, q = 0;\nendmodule\n", 2,
+     "dupli-define", "signal 'q' defined 2 times", kKept},
+    {"WireOnlyInAnInitializerOfAReg", "module m;\nreg q;\nwire r = q;\nalways @(posedge c) q <= 1;\nendmodule\n", 3,
+     "wire-always", "wire signal 'q' cannot be assigned in always block (use reg instead)",
+     LintFilter::kInitializerNames},
+    {"RealWireDriveIsKept", "module m;\nwire q;\nwire r = q;\nalways @(posedge c) q <= 1;\nendmodule\n", 3,
+     "wire-always", "wire signal 'q' cannot be assigned in always block (use reg instead)", kKept},
+    // Uses that are not in the text.
+    {"NoUseBeforeTheDeclaration", "module m;\nalways @* y = a;\nsub u (.late(x));\nreg late;\nendmodule\n", 1,
+     "used-bef-declare", "signal 'late' used at line 2 before declaration at line 4", LintFilter::kAbsentUse},
+    {"RealUseIsKept", "module m;\nassign y = late;\nreg late;\nendmodule\n", 1, "used-bef-declare",
+     "signal 'late' used at line 2 before declaration at line 3", kKept},
+    {"WildcardConnectionIsKept", "module m;\nsub u (.*);\nreg late;\nendmodule\n", 1, "used-bef-declare",
+     "signal 'late' used at line 2 before declaration at line 3", kKept},
+    // Latches asked for.
+    {"AlwaysLatch", "module m;\nalways_latch\n  if (en) q = d;\nendmodule\n", 1, "latch",
+     "if without else (if:1 else:0)", LintFilter::kIntendedLatch},
+    {"AlwaysCombLatchIsKept", "module m;\nalways_comb\n  if (en) q = d;\nendmodule\n", 1, "latch",
+     "if without else (if:1 else:0)", kKept},
+    // Hierarchical paths.
+    {"DisjointPathsUnderOneRoot", "module m;\nassign d.a.b = d.c.e;\nendmodule\n", 1, "comb-loop",
+     "assign 'd' feeds back to itself", LintFilter::kHierarchicalPaths},
+    {"PathReadingItsOwnTargetIsKept", "module m;\nassign d.a.b = d.a;\nendmodule\n", 1, "comb-loop",
+     "assign 'd' feeds back to itself", kKept},
+    {"WholeRootOnTheRightIsKept", "module m;\nassign d.a = d;\nendmodule\n", 1, "comb-loop",
+     "assign 'd' feeds back to itself", kKept},
+    // An instance named after its parameter list.
+    {"InstanceNamedBelowItsModuleLine",
+     "module m;\n"
+     "if (P) begin : g_a\n"
+     "  sub #(\n"
+     "    .W(1)\n"
+     "  ) u (.x(x));\n"
+     "end else begin : g_b\n"
+     "  sub #(.W(2))\n"
+     "    u (.x(x));\n"
+     "end\n"
+     "endmodule\n",
+     6, "dupli-inst", "instance 'u' instantiated 2 times (lines: 3, 7)", LintFilter::kGenerateScope},
 };
 
 INSTANTIATE_TEST_SUITE_P(Cases, FilterThatDropsTest, ::testing::ValuesIn(kCases),
