@@ -320,6 +320,65 @@ class FindingProof {
     return onRight;
   }
 
+  // "if without else" on a block with no "if" of its own, "case without
+  // default" on one with no case: the linter read another block. A macro
+  // in the block may hide either, which keeps the finding.
+  bool AbsentBranch() const {
+    if (finding_.check != "latch") return false;
+    const bool ifNamed = finding_.message.find("if without else") != std::string_view::npos;
+    const bool caseNamed = finding_.message.find("case without default") != std::string_view::npos;
+    const ProceduralBlock* block = scopes_.BlockOnLine(finding_.line);
+    if ((!ifNamed && !caseNamed) || block == nullptr) return false;
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    if (block->end <= block->keyword || block->end > tokens.size()) return false;
+    const std::size_t last = tokens[block->end - 1].offset;
+    if (scopes_.Text().substr(tokens[block->keyword].offset, last - tokens[block->keyword].offset).find('`') !=
+        std::string_view::npos) {
+      return false;
+    }
+    for (std::size_t t = block->keyword; t < block->end; ++t) {
+      if (ifNamed && tokens[t].Is("if")) return false;
+      if (caseNamed && IsAnyOf(tokens[t], {"case", "casex", "casez", "randcase"})) return false;
+    }
+    return true;
+  }
+
+  // Verilog names are case-sensitive; the linter folds letter case. A loop
+  // on an assign whose right side holds the target's name only in another
+  // spelling, or repeated assigns whose targets are all spelt differently,
+  // are not what they say.
+  bool LetterCase() const {
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
+    if (!name || name->empty() || !module) return false;
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    if (finding_.check == "comb-loop" && finding_.message.rfind("assign '", 0) == 0) {
+      const std::optional<std::size_t> first = FirstTokenOfLine(finding_.line);
+      if (!first || !tokens[*first].Is("assign") || *first + 1 >= tokens.size()) return false;
+      const Token& target = tokens[*first + 1];
+      if (target.text != *name) return false;
+      const std::optional<StatementSplit> split = SplitAssignment(tokens, *first + 1);
+      if (!split) return false;
+      bool otherSpelling = false;
+      for (std::size_t t = split->equals + 1; t < split->end; ++t) {
+        if (tokens[t].text == target.text) return false;
+        otherSpelling = otherSpelling || EqualFoldingCase(tokens[t].text, target.text);
+      }
+      return otherSpelling;
+    }
+    if (finding_.check == "repeated-assig") {
+      std::vector<std::string_view> spellings;
+      for (std::size_t a : scopes_.AssignKeywords()) {
+        if (a + 1 >= tokens.size() || !EqualFoldingCase(tokens[a + 1].text, *name)) continue;
+        if (scopes_.ModuleOf(scopes_.NodeOfToken(a)) != *module) continue;
+        if (std::find(spellings.begin(), spellings.end(), tokens[a + 1].text) != spellings.end()) return false;
+        spellings.push_back(tokens[a + 1].text);
+      }
+      return spellings.size() >= 2 && spellings.size() == TimesCount(finding_.message);
+    }
+    return false;
+  }
+
  private:
   // The lines of the unit's modport and clocking items that name `name`.
   std::size_t ItemLinesNaming(std::string_view name, std::size_t module) const {
@@ -537,6 +596,8 @@ std::optional<LintFilter> FilterThatDrops(const GenerateScopes& scopes, const Fi
   if (enabled.Has(LintFilter::kHierarchicalPaths) && proof.HierarchicalPaths()) {
     return LintFilter::kHierarchicalPaths;
   }
+  if (enabled.Has(LintFilter::kAbsentBranch) && proof.AbsentBranch()) return LintFilter::kAbsentBranch;
+  if (enabled.Has(LintFilter::kLetterCase) && proof.LetterCase()) return LintFilter::kLetterCase;
   return std::nullopt;
 }
 

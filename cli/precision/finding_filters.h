@@ -7,8 +7,9 @@
 // direction and again by type, findings about an empty name, struct members
 // and routine locals taken for signals, names read in an initializer taken
 // for declared ones, uses that the text does not hold, latches asked for
-// with always_latch, and hierarchical paths taken for one signal. When in
-// doubt a finding is kept.
+// with always_latch, hierarchical paths taken for one signal, latches on
+// blocks without the branch named, and names that differ in letter case
+// taken for one. When in doubt a finding is kept.
 #ifndef QUILL_CLI_PRECISION_FINDING_FILTERS_H_
 #define QUILL_CLI_PRECISION_FINDING_FILTERS_H_
 
@@ -35,6 +36,8 @@ enum class LintFilter : std::uint8_t {
   kAbsentUse,
   kIntendedLatch,
   kHierarchicalPaths,
+  kAbsentBranch,
+  kLetterCase,
 };
 
 struct LintFilterInfo {
@@ -45,7 +48,7 @@ struct LintFilterInfo {
 
 // In the order they are tried; a dropped finding counts for the first filter
 // that drops it.
-inline constexpr std::array<LintFilterInfo, 12> kLintFilters = {{
+inline constexpr std::array<LintFilterInfo, 14> kLintFilters = {{
     {LintFilter::kEmptyName, "empty-name", "findings about the empty name ''"},
     {LintFilter::kReadOnlyDriver, "read-only-driver",
      "multi-driver findings where a named always block only reads the signal"},
@@ -68,6 +71,10 @@ inline constexpr std::array<LintFilterInfo, 12> kLintFilters = {{
     {LintFilter::kIntendedLatch, "intended-latch", "latch findings on always_latch blocks"},
     {LintFilter::kHierarchicalPaths, "hierarchical-paths",
      "comb-loop findings on an assign whose sides are different hierarchical paths under one root"},
+    {LintFilter::kAbsentBranch, "absent-branch",
+     "latch findings on a block whose own text has no if (or no case) of the kind named"},
+    {LintFilter::kLetterCase, "letter-case",
+     "comb-loop and repeated-assig findings that join names differing only in letter case"},
 }};
 
 std::optional<LintFilter> FindLintFilter(std::string_view name);

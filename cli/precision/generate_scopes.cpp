@@ -135,6 +135,13 @@ class GenerateScopeParser {
       Take(node);
       return true;
     }
+    if (token.kind == Token::Kind::kMacro) {
+      // A macro call is a whole item; its ";" may be left out.
+      Take(node);
+      SkipParentheses(node);
+      if (AtWord(";")) Take(node);
+      return true;
+    }
     if (token.Is("begin")) {
       ParseBlock(node, depth);
     } else if (token.Is("if")) {
@@ -327,7 +334,7 @@ class GenerateScopeParser {
   std::size_t nextConstruct_ = 0;
 };
 
-GenerateScopes::GenerateScopes(std::string_view text) : tokens_(TokenizeVerilog(text)) {
+GenerateScopes::GenerateScopes(std::string_view text) : text_(text), tokens_(TokenizeVerilog(text)) {
   GenerateScopeParser(*this).Run();
   std::uint32_t lines = tokens_.empty() ? 0 : tokens_.back().line + 1;
   lineFirstToken_.assign(static_cast<std::size_t>(lines) + 1, tokens_.size());

@@ -42,6 +42,7 @@ class GenerateScopes {
   explicit GenerateScopes(std::string_view text);
 
   const std::vector<Token>& Tokens() const { return tokens_; }
+  std::string_view Text() const { return text_; }
   const std::vector<ProceduralBlock>& Blocks() const { return blocks_; }
   // False when the text nests deeper than the scan follows: nothing can
   // then be proved from it.
@@ -85,6 +86,7 @@ class GenerateScopes {
   friend class GenerateScopeParser;
   void AddAggregate(std::size_t keyword);
 
+  std::string_view text_;
   std::vector<Token> tokens_;
   std::vector<std::size_t> tokenNode_;
   std::vector<ScopeNode> nodes_;

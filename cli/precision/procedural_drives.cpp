@@ -29,6 +29,7 @@ bool IsControlWord(const Token& token) {
 bool IsCall(const std::vector<Token>& tokens, std::size_t open) {
   if (open == 0) return false;
   const Token& before = tokens[open - 1];
+  if (before.kind == Token::Kind::kMacro) return true;  // a macro call may assign its arguments
   return before.kind == Token::Kind::kWord && !IsControlWord(before) && before.text.front() != '$';
 }
 

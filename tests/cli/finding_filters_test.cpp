@@ -389,6 +389,36 @@ const FilterCase kCases[] = {
      "assign 'd' feeds back to itself", kKept},
     {"WholeRootOnTheRightIsKept", "module m;\nassign d.a = d;\nendmodule\n", 1, "comb-loop",
      "assign 'd' feeds back to itself", kKept},
+    // Latches on blocks without the branch named.
+    {"LatchOnABlockWithoutIf", "module m;\nalways_comb begin\n  y = s ? a : b;\nend\nendmodule\n", 1, "latch",
+     "if without else (if:1 else:0)", LintFilter::kAbsentBranch},
+    {"LatchOnABlockWithIfIsKept", "module m;\nalways_comb begin\n  if (s) y = a;\nend\nendmodule\n", 1, "latch",
+     "if without else (if:1 else:0)", kKept},
+    {"LatchOnABlockWithAMacroIsKept", "module m;\nalways_comb begin\n  `PICK(y, a)\nend\nendmodule\n", 1, "latch",
+     "if without else (if:1 else:0)", kKept},
+    {"CaseWithoutDefaultOnABlockWithCaseIsKept",
+     "module m;\nalways_comb begin\n  case (s)\n    0: y = a;\n  endcase\nend\nendmodule\n", 1, "latch",
+     "case without default", kKept},
+    // Letter case.
+    {"LoopThroughAnotherSpelling", "module m;\nassign OUT = out;\nendmodule\n", 1, "comb-loop",
+     "assign 'OUT' feeds back to itself", LintFilter::kLetterCase},
+    {"LoopThroughTheSameSpellingIsKept", "module m;\nassign OUT = out ^ OUT;\nendmodule\n", 1, "comb-loop",
+     "assign 'OUT' feeds back to itself", kKept},
+    {"AssignsToTwoSpellings", "module m;\nassign OUT = a;\nassign out = b;\nendmodule\n", 1, "repeated-assig",
+     "signal 'OUT' assigned 2 times by assign", LintFilter::kLetterCase},
+    {"AssignsToOneSpellingAreKept", "module m;\nassign OUT = a;\nassign out = b;\nassign out = c;\nendmodule\n", 1,
+     "repeated-assig", "signal 'OUT' assigned 3 times by assign", kKept},
+    // A macro call without its ";" ends at its ")".
+    {"GenerateBranchesAfterAMacroCall",
+     "module m;\n"
+     "`CHECK(a, b)\n"
+     "if (P) begin : g_a\n"
+     "  assign y = 1;\n"
+     "end else begin : g_b\n"
+     "  assign y = 0;\n"
+     "end\n"
+     "endmodule\n",
+     3, "repeated-assig", "signal 'y' assigned 2 times by assign", LintFilter::kGenerateScope},
     // An instance named after its parameter list.
     {"InstanceNamedBelowItsModuleLine",
      "module m;\n"
