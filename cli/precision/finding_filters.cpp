@@ -168,17 +168,20 @@ class FindingProof {
     return block != nullptr && DefaultsCoverBranches(scopes_.Tokens(), *block);
   }
 
-  // Struct and union members and the locals of a function or task live in
-  // scopes of their own: a duplicate whose declarations lie pairwise in
+  // Struct and union members and the locals of a function, task or class
+  // live in scopes of their own: a duplicate whose declarations lie pairwise in
   // different such scopes (at most one outside them) names different
   // objects. Continuous assigns that each drive a member or select of one
   // signal, pairwise disjoint, do not assign it repeatedly.
   bool MemberScopes() const {
     const std::optional<std::string_view> name = QuotedName(finding_.message);
-    const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
-    if (!name || name->empty() || !module) return false;
-    if (finding_.check == "dupli-define" && finding_.message.rfind("signal '", 0) == 0) {
-      const std::vector<std::size_t> declarations = DeclarationTokens(*name, *module);
+    // Text outside every unit (a file of tasks) is a scope of its own.
+    const std::optional<std::size_t> first = FirstTokenOfLine(finding_.line);
+    if (!name || name->empty() || !first) return false;
+    const std::size_t module = scopes_.ModuleOf(scopes_.NodeOfToken(*first));
+    const bool declaration = finding_.message.rfind("signal '", 0) == 0 || finding_.message.rfind("parameter '", 0) == 0;
+    if (finding_.check == "dupli-define" && declaration) {
+      const std::vector<std::size_t> declarations = DeclarationTokens(*name, module);
       if (declarations.size() < 2 || declarations.size() != TimesCount(finding_.message)) return false;
       std::vector<std::pair<int, std::size_t>> seen;
       for (std::size_t t : declarations) {
@@ -198,7 +201,7 @@ class FindingProof {
       std::vector<std::vector<PathSegment>> paths;
       for (std::size_t a : scopes_.AssignKeywords()) {
         if (a + 1 >= tokens.size() || !EqualFoldingCase(tokens[a + 1].text, *name)) continue;
-        if (scopes_.ModuleOf(scopes_.NodeOfToken(a)) != *module) continue;
+        if (scopes_.ModuleOf(scopes_.NodeOfToken(a)) != module) continue;
         const std::optional<StatementSplit> split = SplitAssignment(tokens, a + 1);
         if (!split) return false;
         Path path = ReadPath(tokens, a + 1, split->equals);

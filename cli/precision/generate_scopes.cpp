@@ -126,6 +126,21 @@ class GenerateScopeParser {
   bool ParseItem(std::size_t node, std::size_t depth) {
     if (i_ >= n_ || TooDeep(depth)) return false;
     const Token& token = At();
+    const bool classAhead = i_ + 1 < n_ && tokens_[i_ + 1].Is("class");
+    if (token.Is("class") || ((token.Is("virtual") || token.Is("interface")) && classAhead)) {
+      // A class's members, parameters and methods are its own.
+      const std::size_t body = AddNode(ScopeNode::Kind::kNamedBlock, node);
+      s_.nodes_[body].routine = true;
+      while (i_ < n_ && !At().Is("endclass") && !IsModuleEnd(At())) {
+        if (At().Is("function") || At().Is("task")) {
+          ParseRoutine(body);
+        } else {
+          Take(body);
+        }
+      }
+      if (AtWord("endclass")) Take(body);
+      return true;
+    }
     if (IsModuleKeyword(token)) {
       ParseModule(depth);
       return true;
@@ -155,12 +170,7 @@ class GenerateScopeParser {
     } else if (IsProceduralKeyword(token)) {
       ParseProcedural(node, depth);
     } else if (token.Is("function") || token.Is("task")) {
-      // A routine's locals are its own, like a named block's.
-      const std::string_view end = token.Is("function") ? "endfunction" : "endtask";
-      const std::size_t body = AddNode(ScopeNode::Kind::kNamedBlock, node);
-      s_.nodes_[body].routine = true;
-      while (i_ < n_ && !At().Is(end) && !IsModuleEnd(At())) Take(body);
-      if (AtWord(end)) Take(body);
+      ParseRoutine(node);
     } else if (token.Is("modport")) {
       SkipToSemicolon(AddNode(ScopeNode::Kind::kInterfaceItems, node));
     } else if (token.Is("clocking") ||
@@ -172,6 +182,15 @@ class GenerateScopeParser {
       SkipToSemicolon(node);
     }
     return true;
+  }
+
+  // A routine's locals are its own, like a named block's.
+  void ParseRoutine(std::size_t node) {
+    const std::string_view end = At().Is("function") ? "endfunction" : "endtask";
+    const std::size_t body = AddNode(ScopeNode::Kind::kNamedBlock, node);
+    s_.nodes_[body].routine = true;
+    while (i_ < n_ && !At().Is(end) && !IsModuleEnd(At()) && !At().Is("endclass")) Take(body);
+    if (AtWord(end)) Take(body);
   }
 
   void ParseModule(std::size_t depth) {

@@ -26,7 +26,7 @@ struct ScopeNode {
   std::size_t parent = 0;
   std::size_t construct = 0;  // for a branch: which if or case it belongs to
   std::size_t branch = 0;     // for a branch: 0 for "then", 1 for "else", k for the k-th case item
-  bool routine = false;       // a named block that is a function or task body
+  bool routine = false;       // a named block that is a function, task or class body
 };
 
 // An always, always_ff, always_comb, always_latch, initial or final block
@@ -68,7 +68,7 @@ class GenerateScopes {
   std::optional<std::size_t> InnermostNamedBlock(std::size_t node) const;
   bool IsWithin(std::size_t node, std::size_t ancestor) const;
   bool IsInInterfaceItems(std::size_t node) const;
-  // The innermost function or task body holding the node, or nullopt.
+  // The innermost function, task or class body holding the node, or nullopt.
   std::optional<std::size_t> InnermostRoutine(std::size_t node) const;
 
   // The name's token on each line whose first word declares (input, wire,

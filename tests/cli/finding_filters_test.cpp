@@ -350,6 +350,31 @@ const FilterCase kCases[] = {
      "endfunction\n"
      "endmodule\n",
      3, "dupli-define", "signal 'e' defined 2 times", LintFilter::kMemberScopes},
+    {"ParameterOfAPackageAndOfAClass",
+     "package p;\n"
+     "parameter int W = 1;\n"
+     "virtual class b #(\n"
+     "  parameter int W = 2\n"
+     ");\n"
+     "endclass\n"
+     "endpackage\n",
+     3, "dupli-define", "parameter 'W' defined 2 times", LintFilter::kMemberScopes},
+    {"ArgumentsOfTasksOutsideAnyModule",
+     "task t1;\n"
+     "  input [4:0] rd;\n"
+     "endtask\n"
+     "task t2;\n"
+     "  input [4:0] rd;\n"
+     "endtask\n",
+     4, "dupli-define", "signal 'rd' defined 2 times", LintFilter::kMemberScopes},
+    {"TwoLocalsOfOneClassAreKept",
+     "package p;\n"
+     "class a;\n"
+     "  logic q;\n"
+     "  logic q;\n"
+     "endclass\n"
+     "endpackage\n",
+     3, "dupli-define", "signal 'q' defined 2 times", kKept},
     {"AssignsToDisjointMembers", "module m;\nassign s.a.x = 1;\nassign s.a.y = 0;\nassign s.b = 1;\nendmodule\n", 1,
      "repeated-assig", "signal 's' assigned 3 times by assign", LintFilter::kMemberScopes},
     {"AssignsToAMemberAndItsPrefixAreKept", "module m;\nassign s.a.x = 1;\nassign s.a = 0;\nendmodule\n", 1,
