@@ -197,19 +197,22 @@ class FindingProof {
       return true;
     }
     if (finding_.check == "repeated-assig") {
+      // A whole-signal assign counts as the empty path; two assigns in
+      // exclusive generate branches never meet.
       const std::vector<Token>& tokens = scopes_.Tokens();
-      std::vector<std::vector<PathSegment>> paths;
+      std::vector<std::pair<std::vector<PathSegment>, std::size_t>> paths;
       for (std::size_t a : scopes_.AssignKeywords()) {
         if (a + 1 >= tokens.size() || !EqualFoldingCase(tokens[a + 1].text, *name)) continue;
-        if (scopes_.ModuleOf(scopes_.NodeOfToken(a)) != module) continue;
+        const std::size_t node = scopes_.NodeOfToken(a);
+        if (scopes_.ModuleOf(node) != module) continue;
         const std::optional<StatementSplit> split = SplitAssignment(tokens, a + 1);
         if (!split) return false;
         Path path = ReadPath(tokens, a + 1, split->equals);
-        if (path.segments.empty() || path.end != split->equals) return false;
-        for (const std::vector<PathSegment>& other : paths) {
-          if (PathsMayOverlap(other, path.segments)) return false;
+        if (path.end != split->equals) return false;
+        for (const auto& [other, otherNode] : paths) {
+          if (!scopes_.AreExclusive(node, otherNode) && PathsMayOverlap(other, path.segments)) return false;
         }
-        paths.push_back(std::move(path.segments));
+        paths.emplace_back(std::move(path.segments), node);
       }
       return paths.size() >= 2 && paths.size() == TimesCount(finding_.message);
     }

@@ -379,6 +379,16 @@ const FilterCase kCases[] = {
      "repeated-assig", "signal 's' assigned 3 times by assign", LintFilter::kMemberScopes},
     {"AssignsToAMemberAndItsPrefixAreKept", "module m;\nassign s.a.x = 1;\nassign s.a = 0;\nendmodule\n", 1,
      "repeated-assig", "signal 's' assigned 2 times by assign", kKept},
+    {"WholeSignalInOneBranchMembersInTheOther",
+     "module m;\n"
+     "if (P) begin : g_a\n"
+     "  assign s = t;\n"
+     "end else begin : g_b\n"
+     "  assign s.a = 1;\n"
+     "  assign s.b = 0;\n"
+     "end\n"
+     "endmodule\n",
+     2, "repeated-assig", "signal 's' assigned 3 times by assign", LintFilter::kMemberScopes},
     {"AssignsToTheWholeSignalAreKept", "module m;\nassign s.a = 1;\nassign s = 0;\nendmodule\n", 1, "repeated-assig",
      "signal 's' assigned 2 times by assign", kKept},
     {"AssignsToSelectsThatMayMeetAreKept", "module m;\nassign s[i] = 1;\nassign s[0] = 0;\nendmodule\n", 1,
