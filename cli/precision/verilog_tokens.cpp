@@ -31,6 +31,17 @@ bool IsDirective(std::string_view name) {
   return false;
 }
 
+// Directives followed by one name, and directives whose arguments run to
+// the end of their line.
+bool TakesAName(std::string_view name) {
+  return name == "undef" || name == "ifdef" || name == "ifndef" || name == "elsif" || name == "default_nettype" ||
+         name == "unconnected_drive";
+}
+
+bool TakesTheLine(std::string_view name) {
+  return name == "timescale" || name == "include" || name == "line" || name == "pragma" || name == "begin_keywords";
+}
+
 class Tokenizer {
  public:
   explicit Tokenizer(std::string_view text) : text_(text) {}
@@ -109,6 +120,13 @@ class Tokenizer {
       }
     }
     if (end > pos_ + 1 && !IsDirective(word.substr(1))) return Push(Token::Kind::kMacro, end);
+    if (TakesAName(word.substr(1))) {
+      // "`undef NAME": the name is the directive's, not an item of the text.
+      while (end < text_.size() && IsBlank(text_[end]) && text_[end] != '\n') ++end;
+      while (end < text_.size() && IsWordByte(text_[end])) ++end;
+    } else if (TakesTheLine(word.substr(1))) {
+      while (end < text_.size() && text_[end] != '\n') ++end;
+    }
     Advance(end);
   }
 

@@ -454,6 +454,16 @@ const FilterCase kCases[] = {
      "end\n"
      "endmodule\n",
      3, "repeated-assig", "signal 'y' assigned 2 times by assign", LintFilter::kGenerateScope},
+    {"GenerateBranchesAfterAnUndef",
+     "module m;\n"
+     "`undef N\n"
+     "if (P) begin : g_a\n"
+     "  assign y = 1;\n"
+     "end else begin : g_b\n"
+     "  assign y = 0;\n"
+     "end\n"
+     "endmodule\n",
+     3, "repeated-assig", "signal 'y' assigned 2 times by assign", LintFilter::kGenerateScope},
     // An instance named after its parameter list.
     {"InstanceNamedBelowItsModuleLine",
      "module m;\n"
