@@ -326,6 +326,22 @@ class FindingProof {
     return onRight;
   }
 
+  // "assert property (...)" read as an instance named "property".
+  bool AssertionItems() const {
+    if (finding_.check != "dupli-inst") return false;
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    const auto lines = ListedLines(finding_.message);
+    if (!name || !lines || (*name != "property" && *name != "sequence")) return false;
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    for (std::uint32_t oneBased : *lines) {
+      if (oneBased == 0) return false;
+      const std::optional<std::size_t> token = scopes_.FindOnLine(oneBased - 1, *name, false);
+      if (!token || *token == 0) return false;
+      if (!IsAnyOf(tokens[*token - 1], {"assert", "assume", "cover", "restrict", "expect"})) return false;
+    }
+    return true;
+  }
+
   // "if without else" on a block with no "if" of its own, "case without
   // default" on one with no case: the linter read another block. A macro
   // in the block may hide either, which keeps the finding.
@@ -351,8 +367,9 @@ class FindingProof {
 
   // Verilog names are case-sensitive; the linter folds letter case. A loop
   // on an assign whose right side holds the target's name only in another
-  // spelling, or repeated assigns whose targets are all spelt differently,
-  // are not what they say.
+  // spelling, repeated assigns whose targets are all spelt differently, or
+  // an assign and always blocks that drive different spellings, are not
+  // what they say.
   bool LetterCase() const {
     const std::optional<std::string_view> name = QuotedName(finding_.message);
     const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
@@ -371,6 +388,43 @@ class FindingProof {
         otherSpelling = otherSpelling || EqualFoldingCase(tokens[t].text, target.text);
       }
       return otherSpelling;
+    }
+    if (finding_.check == "multi-driver" && finding_.message.find("by both assign and always") !=
+                                                 std::string_view::npos) {
+      // No always block drives a name spelt as an assign's target.
+      std::vector<std::string_view> spellings;
+      for (std::size_t a : scopes_.AssignKeywords()) {
+        if (a + 1 >= tokens.size() || !EqualFoldingCase(tokens[a + 1].text, *name)) continue;
+        if (scopes_.ModuleOf(scopes_.NodeOfToken(a)) != *module) continue;
+        spellings.push_back(tokens[a + 1].text);
+      }
+      if (spellings.empty()) return false;
+      bool otherSpelling = false;
+      for (const ProceduralBlock& block : scopes_.Blocks()) {
+        if (scopes_.ModuleOf(block.node) != *module || !MayDrive(tokens, block, *name)) continue;
+        for (std::string_view spelling : spellings) {
+          if (MayDrive(tokens, block, spelling, true)) return false;
+        }
+        otherSpelling = true;
+      }
+      return otherSpelling;
+    }
+    if (finding_.check == "wire-always") {
+      // The name as spelt is declared only as a variable (the wire is
+      // another spelling of it).
+      const std::vector<std::size_t> declarations = DeclarationTokens(*name, *module);
+      if (declarations.empty()) return false;
+      for (std::size_t t : declarations) {
+        const std::optional<std::size_t> first = FirstTokenOfLine(tokens[t].line);
+        if (!first || IsInInitializer(tokens, *first, t)) return false;
+        bool variable = false;
+        for (std::size_t k = *first; k < t; ++k) {
+          if (IsAnyOf(tokens[k], {"wire", "tri", "input", "output", "inout"})) return false;
+          if (IsAnyOf(tokens[k], {"reg", "logic", "integer", "var", "bit"})) variable = true;
+        }
+        if (!variable) return false;
+      }
+      return true;
     }
     if (finding_.check == "repeated-assig") {
       std::vector<std::string_view> spellings;
@@ -604,6 +658,7 @@ std::optional<LintFilter> FilterThatDrops(const GenerateScopes& scopes, const Fi
   }
   if (enabled.Has(LintFilter::kAbsentBranch) && proof.AbsentBranch()) return LintFilter::kAbsentBranch;
   if (enabled.Has(LintFilter::kLetterCase) && proof.LetterCase()) return LintFilter::kLetterCase;
+  if (enabled.Has(LintFilter::kAssertionItems) && proof.AssertionItems()) return LintFilter::kAssertionItems;
   return std::nullopt;
 }
 

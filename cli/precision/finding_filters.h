@@ -8,8 +8,9 @@
 // and routine locals taken for signals, names read in an initializer taken
 // for declared ones, uses that the text does not hold, latches asked for
 // with always_latch, hierarchical paths taken for one signal, latches on
-// blocks without the branch named, and names that differ in letter case
-// taken for one. When in doubt a finding is kept.
+// blocks without the branch named, names that differ in letter case taken
+// for one, and assertions taken for instances. When in doubt a finding is
+// kept.
 #ifndef QUILL_CLI_PRECISION_FINDING_FILTERS_H_
 #define QUILL_CLI_PRECISION_FINDING_FILTERS_H_
 
@@ -38,6 +39,7 @@ enum class LintFilter : std::uint8_t {
   kHierarchicalPaths,
   kAbsentBranch,
   kLetterCase,
+  kAssertionItems,
 };
 
 struct LintFilterInfo {
@@ -48,7 +50,7 @@ struct LintFilterInfo {
 
 // In the order they are tried; a dropped finding counts for the first filter
 // that drops it.
-inline constexpr std::array<LintFilterInfo, 14> kLintFilters = {{
+inline constexpr std::array<LintFilterInfo, 15> kLintFilters = {{
     {LintFilter::kEmptyName, "empty-name", "findings about the empty name ''"},
     {LintFilter::kReadOnlyDriver, "read-only-driver",
      "multi-driver findings where a named always block only reads the signal"},
@@ -74,7 +76,10 @@ inline constexpr std::array<LintFilterInfo, 14> kLintFilters = {{
     {LintFilter::kAbsentBranch, "absent-branch",
      "latch findings on a block whose own text has no if (or no case) of the kind named"},
     {LintFilter::kLetterCase, "letter-case",
-     "comb-loop and repeated-assig findings that join names differing only in letter case"},
+     "comb-loop, repeated-assig, multi-driver and wire-always findings that join names differing only in "
+     "letter case"},
+    {LintFilter::kAssertionItems, "assertion-items",
+     "dupli-inst findings that take 'assert property' for an instance named property"},
 }};
 
 std::optional<LintFilter> FindLintFilter(std::string_view name);

@@ -443,6 +443,19 @@ const FilterCase kCases[] = {
      "signal 'OUT' assigned 2 times by assign", LintFilter::kLetterCase},
     {"AssignsToOneSpellingAreKept", "module m;\nassign OUT = a;\nassign out = b;\nassign out = c;\nendmodule\n", 1,
      "repeated-assig", "signal 'OUT' assigned 3 times by assign", kKept},
+    {"AssignAndAlwaysDriveTwoSpellings", "module m;\nassign OUT = out;\nalways @(posedge c) out <= d;\nendmodule\n", 1,
+     "multi-driver", "signal 'OUT' driven by both assign and always", LintFilter::kLetterCase},
+    {"AssignAndAlwaysDriveOneSpellingAreKept",
+     "module m;\nassign OUT = out;\nalways @(posedge c) OUT <= d;\nendmodule\n", 1, "multi-driver",
+     "signal 'OUT' driven by both assign and always", kKept},
+    {"WireSpeltOtherwiseThanTheReg", "module m(output wire OUT);\nreg out;\nalways @(posedge c) out <= d;\nendmodule\n", 2,
+     "wire-always", "wire signal 'out' cannot be assigned in always block (use reg instead)", LintFilter::kLetterCase},
+    // Assertions read as instances.
+    {"AssertPropertyIsNoInstance",
+     "module m;\nalways @(posedge c) begin\n  assert property (a);\n  assert property (b);\nend\nendmodule\n", 3,
+     "dupli-inst", "instance 'property' instantiated 2 times (lines: 3, 4)", LintFilter::kAssertionItems},
+    {"InstancesNamedPropertyAreKept", "module m;\nsub property (.a(a));\nsub property (.a(b));\nendmodule\n", 2,
+     "dupli-inst", "instance 'property' instantiated 2 times (lines: 2, 3)", kKept},
     // A macro call without its ";" ends at its ")".
     {"GenerateBranchesAfterAMacroCall",
      "module m;\n"
