@@ -83,9 +83,9 @@ bool LintStretch(std::string_view text, int64_t lineShift, std::vector<Finding>*
 
 }  // namespace
 
-std::vector<std::size_t> ModuleStretches(const std::vector<std::size_t>& moduleStarts) {
+std::vector<std::size_t> UnitStretches(const std::vector<std::size_t>& unitStarts) {
   std::vector<std::size_t> stretches = {0};
-  for (std::size_t i = 1; i < moduleStarts.size(); ++i) stretches.push_back(moduleStarts[i]);
+  for (std::size_t i = 1; i < unitStarts.size(); ++i) stretches.push_back(unitStarts[i]);
   return stretches;
 }
 
@@ -136,10 +136,10 @@ FileReport LintFile(std::string_view text, const std::filesystem::path& path, co
 
   const SourceScan scan = ScanSource(text);
   const SourceScan lintedScan = preprocessed.changed ? ScanSource(linted) : SourceScan();
-  const std::vector<std::size_t>& moduleStarts = preprocessed.changed ? lintedScan.moduleStarts : scan.moduleStarts;
+  const std::vector<std::size_t>& unitStarts = preprocessed.changed ? lintedScan.unitStarts : scan.unitStarts;
   std::vector<Finding> all;
   const std::vector<std::size_t> stretches =
-      options.wholeFile ? std::vector<std::size_t>{0} : ModuleStretches(moduleStarts);
+      options.wholeFile ? std::vector<std::size_t>{0} : UnitStretches(unitStarts);
   int64_t line = 0;
   for (std::size_t i = 0; i < stretches.size(); ++i) {
     const std::size_t begin = stretches[i];

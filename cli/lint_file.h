@@ -45,10 +45,10 @@ struct FileReport {
   std::string error;  // the library failed: no findings
 };
 
-// The module stretches of a text: offsets where each begins. The first
-// starts at 0 and takes any text before the second module; the last takes
-// the rest. One stretch (at 0) when the text has at most one module.
-std::vector<std::size_t> ModuleStretches(const std::vector<std::size_t>& moduleStarts);
+// The design-unit stretches of a text: offsets where each begins. The first
+// starts at 0 and takes any text before the second unit; the last takes
+// the rest. One stretch (at 0) when the text has at most one unit.
+std::vector<std::size_t> UnitStretches(const std::vector<std::size_t>& unitStarts);
 
 // `path` is the file's path for the per-file settings (empty for standard
 // input, which only the global settings apply to).

@@ -21,6 +21,16 @@ bool IsBlank(char c) {
 constexpr std::array<std::string_view, 8> kUnitEnds = {"endmodule", "endprimitive", "endinterface", "endpackage",
                                                        "endprogram", "endconfig",    "endclass",     "endchecker"};
 
+// Keywords that open a design unit linted on its own.
+constexpr std::array<std::string_view, 5> kUnitStarts = {"module", "macromodule", "interface", "program", "package"};
+
+bool StartsUnit(std::string_view word) {
+  for (std::string_view start : kUnitStarts) {
+    if (word == start) return true;
+  }
+  return false;
+}
+
 bool ClosesUnit(std::string_view word) {
   for (std::string_view end : kUnitEnds) {
     if (word == end) return true;
@@ -101,10 +111,18 @@ class Scanner {
       while (pos_ < text_.size() && IsWordByte(text_[pos_])) ++pos_;
       const std::string_view word = text_.substr(start, pos_ - start);
       if (inDirective_) return;
-      if (atStatementStart_ && (word == "module" || word == "macromodule")) scan_.moduleStarts.push_back(start);
+      // "interface class" declares a class, which may sit inside a package:
+      // only the interface that follows a statement boundary starts a unit.
+      if (pendingInterface_ && word == "class") scan_.unitStarts.pop_back();
+      pendingInterface_ = false;
+      if (atStatementStart_ && StartsUnit(word)) {
+        scan_.unitStarts.push_back(start);
+        pendingInterface_ = word == "interface";
+      }
       atStatementStart_ = ClosesUnit(word);
       return;
     }
+    pendingInterface_ = false;
     if (c >= '0' && c <= '9') {
       while (pos_ < text_.size() && IsWordByte(text_[pos_])) ++pos_;
       if (!inDirective_) atStatementStart_ = false;
@@ -141,6 +159,7 @@ class Scanner {
   bool atStatementStart_ = true;
   bool inDirective_ = false;
   bool lineHasCode_ = false;
+  bool pendingInterface_ = false;  // the last word started a unit with "interface"
   SourceScan scan_;
 };
 

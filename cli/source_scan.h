@@ -1,6 +1,7 @@
 // A light lexical scan of Verilog text for the tool's own needs: where the
-// comments are and where each module begins. It knows comments, strings,
-// compiler directives and statement boundaries, nothing more.
+// comments are and where each design unit (module, interface, program,
+// package) begins. It knows comments, strings, compiler directives and
+// statement boundaries, nothing more.
 #ifndef QUILL_CLI_SOURCE_SCAN_H_
 #define QUILL_CLI_SOURCE_SCAN_H_
 
@@ -18,9 +19,10 @@ struct Comment {
 
 struct SourceScan {
   std::vector<Comment> comments;
-  // Offsets of the `module` and `macromodule` keywords that start a
-  // statement, outside comments and strings, in text order.
-  std::vector<std::size_t> moduleStarts;
+  // Offsets of the `module`, `macromodule`, `interface`, `program` and
+  // `package` keywords that start a statement, outside comments and
+  // strings, in text order (not the `interface` of "interface class").
+  std::vector<std::size_t> unitStarts;
 };
 
 SourceScan ScanSource(std::string_view text);

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "precision/assignment_paths.h"
 #include "precision/procedural_drives.h"
 
 namespace quill::cli {
@@ -132,7 +133,366 @@ class FindingProof {
     const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
     if (!name || name->empty() || !module) return false;
     if (duplicate && TimesCount(finding_.message) != 2u) return false;
+    return IsDirectionThenType(DeclarationTokens(*name, *module), duplicate);
+  }
+
+  // A modport's or clocking block's "input x" names a signal declared
+  // elsewhere: a duplicate whose declarations all but one are such items,
+  // or a use "before" one of them, is not what it says.
+  bool InterfaceItems() const {
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
+    if (!name || name->empty() || !module) return false;
+    if (finding_.check == "dupli-define" && finding_.message.rfind("signal '", 0) == 0) {
+      const std::vector<std::size_t> declarations = DeclarationTokens(*name, *module);
+      const std::optional<std::size_t> count = TimesCount(finding_.message);
+      const auto real = static_cast<std::size_t>(
+          std::count_if(declarations.begin(), declarations.end(),
+                        [this](std::size_t t) { return !scopes_.IsInInterfaceItems(scopes_.NodeOfToken(t)); }));
+      if (!count || real > 1) return false;
+      // A modport list continued on a line of its own counts there too.
+      return declarations.size() == *count || real + ItemLinesNaming(*name, *module) == *count;
+    }
+    if (finding_.check == "used-bef-declare") {
+      const std::optional<std::uint32_t> line = DeclarationLine();
+      if (!line) return false;
+      const std::optional<std::size_t> token = scopes_.FindOnLine(*line, *name, true);
+      return token && scopes_.IsInInterfaceItems(scopes_.NodeOfToken(*token));
+    }
+    return false;
+  }
+
+  bool DefaultBeforeBranch() const {
+    if (finding_.check != "latch") return false;
+    const ProceduralBlock* block = scopes_.BlockOnLine(finding_.line);
+    return block != nullptr && DefaultsCoverBranches(scopes_.Tokens(), *block);
+  }
+
+  // Struct and union members and the locals of a function, task or class
+  // live in scopes of their own: a duplicate whose declarations lie pairwise in
+  // different such scopes (at most one outside them) names different
+  // objects. Continuous assigns that each drive a member or select of one
+  // signal, pairwise disjoint, do not assign it repeatedly.
+  bool MemberScopes() const {
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    // Text outside every unit (a file of tasks) is a scope of its own.
+    const std::optional<std::size_t> first = FirstTokenOfLine(finding_.line);
+    if (!name || name->empty() || !first) return false;
+    const std::size_t module = scopes_.ModuleOf(scopes_.NodeOfToken(*first));
+    const bool declaration = finding_.message.rfind("signal '", 0) == 0 || finding_.message.rfind("parameter '", 0) == 0;
+    if (finding_.check == "dupli-define" && declaration) {
+      const std::vector<std::size_t> declarations = DeclarationTokens(*name, module);
+      if (declarations.size() < 2 || declarations.size() != TimesCount(finding_.message)) return false;
+      std::vector<std::pair<int, std::size_t>> seen;
+      for (std::size_t t : declarations) {
+        std::pair<int, std::size_t> scope{0, 0};
+        if (const std::optional<std::size_t> body = scopes_.InnermostAggregate(t)) {
+          scope = {1, *body};
+        } else if (const std::optional<std::size_t> routine = scopes_.InnermostRoutine(scopes_.NodeOfToken(t))) {
+          scope = {2, *routine};
+        }
+        if (std::find(seen.begin(), seen.end(), scope) != seen.end()) return false;
+        seen.push_back(scope);
+      }
+      return true;
+    }
+    if (finding_.check == "repeated-assig") {
+      // A whole-signal assign counts as the empty path; two assigns in
+      // exclusive generate branches never meet.
+      const std::vector<Token>& tokens = scopes_.Tokens();
+      std::vector<std::pair<std::vector<PathSegment>, std::size_t>> paths;
+      for (std::size_t a : scopes_.AssignKeywords()) {
+        if (a + 1 >= tokens.size() || !EqualFoldingCase(tokens[a + 1].text, *name)) continue;
+        const std::size_t node = scopes_.NodeOfToken(a);
+        if (scopes_.ModuleOf(node) != module) continue;
+        const std::optional<StatementSplit> split = SplitAssignment(tokens, a + 1);
+        if (!split) return false;
+        Path path = ReadPath(tokens, a + 1, split->equals);
+        if (path.end != split->equals) return false;
+        for (const auto& [other, otherNode] : paths) {
+          if (!scopes_.AreExclusive(node, otherNode) && PathsMayOverlap(other, path.segments)) return false;
+        }
+        paths.emplace_back(std::move(path.segments), node);
+      }
+      return paths.size() >= 2 && paths.size() == TimesCount(finding_.message);
+    }
+    return false;
+  }
+
+  // "wire x = a & b;": the linter takes a and b for declared names. A
+  // duplicate that is one declaration (or a port declared by direction and
+  // then by type) once such places are left out, or a "wire-always" whose
+  // only wire declaration is such a place, on a name declared as a
+  // variable, is not what it says.
+  bool InitializerNames() const {
+    const bool duplicate = finding_.check == "dupli-define" && finding_.message.rfind("signal '", 0) == 0;
+    if (!duplicate && finding_.check != "wire-always") return false;
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
+    if (!name || name->empty() || !module) return false;
     const std::vector<std::size_t> declarations = DeclarationTokens(*name, *module);
+    // The linter counts some initializer places and not others; a count
+    // above the places seen here may hide a declaration this scan cannot
+    // read, which keeps the finding.
+    const std::optional<std::size_t> count = TimesCount(finding_.message);
+    if (duplicate && (!count || declarations.size() < *count)) return false;
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    std::vector<std::size_t> declared;
+    bool wireInInitializer = false;
+    bool variable = false;
+    for (std::size_t t : declarations) {
+      const std::optional<std::size_t> first = FirstTokenOfLine(tokens[t].line);
+      if (!first) return false;
+      bool wire = false;
+      bool variableType = false;
+      for (std::size_t k = *first; k < t; ++k) {
+        if (IsAnyOf(tokens[k], {"wire", "tri"})) wire = true;
+        if (IsAnyOf(tokens[k], {"reg", "logic", "integer", "var", "bit"})) variableType = true;
+      }
+      if (IsInInitializer(tokens, *first, t)) {
+        wireInInitializer = wireInInitializer || wire;
+        continue;
+      }
+      if (wire && !duplicate) return false;
+      variable = variable || variableType;
+      declared.push_back(t);
+    }
+    if (declared.size() == declarations.size()) return false;
+    if (duplicate) return declared.size() <= 1 || IsDirectionThenType(declared, true);
+    return wireInInitializer && variable;
+  }
+
+  // "used at line A before declaration at line B" where the name does not
+  // occur before line B in its unit, other than as a member ("a.name") or
+  // a port ".name(...)": no use precedes the declaration. A ".*"
+  // connection may use any name and keeps the finding.
+  bool AbsentUse() const {
+    if (finding_.check != "used-bef-declare") return false;
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    const std::optional<std::uint32_t> line = DeclarationLine();
+    if (!name || name->empty() || !line) return false;
+    const std::optional<std::size_t> declaration = scopes_.FindOnLine(*line, *name, true);
+    if (!declaration) return false;
+    const std::size_t module = scopes_.ModuleOf(scopes_.NodeOfToken(*declaration));
+    if (module == 0) return false;
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    std::size_t start = *declaration;
+    while (start > 0) {
+      const std::size_t other = scopes_.ModuleOf(scopes_.NodeOfToken(start - 1));
+      if (other != 0 && other != module) break;
+      --start;
+    }
+    for (std::size_t t = start; t < *declaration; ++t) {
+      if (tokens[t].Is(".") && t + 1 < tokens.size() && tokens[t + 1].Is("*")) return false;
+      if (!EqualFoldingCase(tokens[t].text, *name)) continue;
+      const bool afterDot = t > 0 && tokens[t - 1].Is(".");
+      const bool member = afterDot && t > 1 && (tokens[t - 2].kind == Token::Kind::kWord || tokens[t - 2].Is("]") ||
+                                                tokens[t - 2].Is(")"));
+      const bool port = afterDot && t + 1 < tokens.size() && tokens[t + 1].Is("(");
+      if (!member && !port) return false;
+    }
+    return true;
+  }
+
+  bool IntendedLatch() const {
+    if (finding_.check != "latch") return false;
+    const ProceduralBlock* block = scopes_.BlockOnLine(finding_.line);
+    return block != nullptr && scopes_.Tokens()[block->keyword].Is("always_latch");
+  }
+
+  // "assign root.a.b = root.c.d;" reported as a loop on 'root': where the
+  // root stands on the right only as the root of paths that name parts
+  // disjoint from the left-hand path's, nothing feeds back.
+  bool HierarchicalPaths() const {
+    if (finding_.check != "comb-loop" || finding_.message.rfind("assign '", 0) != 0) return false;
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    const std::optional<std::size_t> first = FirstTokenOfLine(finding_.line);
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    if (!name || name->empty() || !first || !tokens[*first].Is("assign") || *first + 1 >= tokens.size()) return false;
+    const std::size_t root = *first + 1;
+    if (!EqualFoldingCase(tokens[root].text, *name)) return false;
+    const std::optional<StatementSplit> split = SplitAssignment(tokens, root);
+    if (!split) return false;
+    const Path left = ReadPath(tokens, root, split->equals);
+    if (left.end != split->equals || left.segments.empty() || !left.segments.front().member) return false;
+    bool onRight = false;
+    for (std::size_t t = split->equals + 1; t < split->end; ++t) {
+      if (!EqualFoldingCase(tokens[t].text, *name) || tokens[t - 1].Is(".")) continue;
+      const Path right = ReadPath(tokens, t, split->end);
+      if (right.segments.empty() || !right.segments.front().member) return false;
+      if (PathsMayOverlap(left.segments, right.segments)) return false;
+      onRight = true;
+    }
+    return onRight;
+  }
+
+  // "assert property (...)" read as an instance named "property".
+  bool AssertionItems() const {
+    if (finding_.check != "dupli-inst") return false;
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    const auto lines = ListedLines(finding_.message);
+    if (!name || !lines || (*name != "property" && *name != "sequence")) return false;
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    for (std::uint32_t oneBased : *lines) {
+      if (oneBased == 0) return false;
+      const std::optional<std::size_t> token = scopes_.FindOnLine(oneBased - 1, *name, false);
+      if (!token || *token == 0) return false;
+      if (!IsAnyOf(tokens[*token - 1], {"assert", "assume", "cover", "restrict", "expect"})) return false;
+    }
+    return true;
+  }
+
+  // "if without else" on a block with no "if" of its own, "case without
+  // default" on one with no case: the linter read another block. A macro
+  // in the block may hide either, which keeps the finding.
+  bool AbsentBranch() const {
+    if (finding_.check != "latch") return false;
+    const bool ifNamed = finding_.message.find("if without else") != std::string_view::npos;
+    const bool caseNamed = finding_.message.find("case without default") != std::string_view::npos;
+    const ProceduralBlock* block = scopes_.BlockOnLine(finding_.line);
+    if ((!ifNamed && !caseNamed) || block == nullptr) return false;
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    if (block->end <= block->keyword || block->end > tokens.size()) return false;
+    const std::size_t last = tokens[block->end - 1].offset;
+    if (scopes_.Text().substr(tokens[block->keyword].offset, last - tokens[block->keyword].offset).find('`') !=
+        std::string_view::npos) {
+      return false;
+    }
+    for (std::size_t t = block->keyword; t < block->end; ++t) {
+      if (ifNamed && tokens[t].Is("if")) return false;
+      if (caseNamed && IsAnyOf(tokens[t], {"case", "casex", "casez", "randcase"})) return false;
+    }
+    return true;
+  }
+
+  // Verilog names are case-sensitive; the linter folds letter case. A loop
+  // on an assign whose right side holds the target's name only in another
+  // spelling, repeated assigns whose targets are all spelt differently, or
+  // an assign and always blocks that drive different spellings, are not
+  // what they say.
+  bool LetterCase() const {
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
+    if (!name || name->empty() || !module) return false;
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    if (finding_.check == "comb-loop" && finding_.message.rfind("assign '", 0) == 0) {
+      const std::optional<std::size_t> first = FirstTokenOfLine(finding_.line);
+      if (!first || !tokens[*first].Is("assign") || *first + 1 >= tokens.size()) return false;
+      const Token& target = tokens[*first + 1];
+      if (target.text != *name) return false;
+      const std::optional<StatementSplit> split = SplitAssignment(tokens, *first + 1);
+      if (!split) return false;
+      bool otherSpelling = false;
+      for (std::size_t t = split->equals + 1; t < split->end; ++t) {
+        if (tokens[t].text == target.text) return false;
+        otherSpelling = otherSpelling || EqualFoldingCase(tokens[t].text, target.text);
+      }
+      return otherSpelling;
+    }
+    if (finding_.check == "multi-driver" && finding_.message.find("by both assign and always") !=
+                                                 std::string_view::npos) {
+      // No always block drives a name spelt as an assign's target.
+      std::vector<std::string_view> spellings;
+      for (std::size_t a : scopes_.AssignKeywords()) {
+        if (a + 1 >= tokens.size() || !EqualFoldingCase(tokens[a + 1].text, *name)) continue;
+        if (scopes_.ModuleOf(scopes_.NodeOfToken(a)) != *module) continue;
+        spellings.push_back(tokens[a + 1].text);
+      }
+      if (spellings.empty()) return false;
+      bool otherSpelling = false;
+      for (const ProceduralBlock& block : scopes_.Blocks()) {
+        if (scopes_.ModuleOf(block.node) != *module || !MayDrive(tokens, block, *name)) continue;
+        for (std::string_view spelling : spellings) {
+          if (MayDrive(tokens, block, spelling, true)) return false;
+        }
+        otherSpelling = true;
+      }
+      return otherSpelling;
+    }
+    if (finding_.check == "wire-always") {
+      // The name as spelt is declared only as a variable (the wire is
+      // another spelling of it).
+      const std::vector<std::size_t> declarations = DeclarationTokens(*name, *module);
+      if (declarations.empty()) return false;
+      for (std::size_t t : declarations) {
+        const std::optional<std::size_t> first = FirstTokenOfLine(tokens[t].line);
+        if (!first || IsInInitializer(tokens, *first, t)) return false;
+        bool variable = false;
+        for (std::size_t k = *first; k < t; ++k) {
+          if (IsAnyOf(tokens[k], {"wire", "tri", "input", "output", "inout"})) return false;
+          if (IsAnyOf(tokens[k], {"reg", "logic", "integer", "var", "bit"})) variable = true;
+        }
+        if (!variable) return false;
+      }
+      return true;
+    }
+    if (finding_.check == "repeated-assig") {
+      std::vector<std::string_view> spellings;
+      for (std::size_t a : scopes_.AssignKeywords()) {
+        if (a + 1 >= tokens.size() || !EqualFoldingCase(tokens[a + 1].text, *name)) continue;
+        if (scopes_.ModuleOf(scopes_.NodeOfToken(a)) != *module) continue;
+        if (std::find(spellings.begin(), spellings.end(), tokens[a + 1].text) != spellings.end()) return false;
+        spellings.push_back(tokens[a + 1].text);
+      }
+      return spellings.size() >= 2 && spellings.size() == TimesCount(finding_.message);
+    }
+    return false;
+  }
+
+ private:
+  // The lines of the unit's modport and clocking items that name `name`.
+  std::size_t ItemLinesNaming(std::string_view name, std::size_t module) const {
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    std::size_t lines = 0;
+    std::optional<std::uint32_t> last;
+    for (std::size_t t = 0; t < tokens.size(); ++t) {
+      if (tokens[t].text != name || (last && *last == tokens[t].line)) continue;
+      const std::size_t node = scopes_.NodeOfToken(t);
+      if (!scopes_.IsInInterfaceItems(node) || scopes_.ModuleOf(node) != module) continue;
+      last = tokens[t].line;
+      ++lines;
+    }
+    return lines;
+  }
+
+  // B of "declaration at line B", zero-based.
+  std::optional<std::uint32_t> DeclarationLine() const {
+    const std::size_t at = finding_.message.rfind("declaration at line ");
+    if (at == std::string_view::npos) return std::nullopt;
+    std::uint32_t oneBased = 0;
+    const char* begin = finding_.message.data() + at + 20;
+    const char* end = finding_.message.data() + finding_.message.size();
+    if (std::from_chars(begin, end, oneBased).ec != std::errc() || oneBased == 0) return std::nullopt;
+    return oneBased - 1;
+  }
+
+  // The instance's name in the statement that starts on `line` (the
+  // linter quotes the line of the module name, which may precede the
+  // parameters and the instance name).
+  std::optional<std::size_t> InstanceNameFrom(std::uint32_t line, std::string_view name) const {
+    const std::optional<std::size_t> first = FirstTokenOfLine(line);
+    if (!first) return std::nullopt;
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    std::size_t depth = 0;
+    for (std::size_t t = *first; t < tokens.size(); ++t) {
+      if (tokens[t].Is("(")) ++depth;
+      if (tokens[t].Is(")") && depth > 0) --depth;
+      if (depth == 0 && tokens[t].Is(";")) return std::nullopt;
+      if (depth == 0 && tokens[t].text == name) return t;
+    }
+    return std::nullopt;
+  }
+  std::optional<std::size_t> ModuleOfLine(std::uint32_t line) const {
+    const std::optional<std::size_t> token = FirstTokenOfLine(line);
+    if (!token) return std::nullopt;
+    const std::size_t module = scopes_.ModuleOf(scopes_.NodeOfToken(*token));
+    if (module == 0) return std::nullopt;
+    return module;
+  }
+
+  // Two declarations: one by direction only, one by type only (for a
+  // "wire-always" finding, the type must be a variable's).
+  bool IsDirectionThenType(const std::vector<std::size_t>& declarations, bool duplicate) const {
     if (declarations.size() != 2) return false;
     int directions = 0;
     int types = 0;
@@ -154,49 +514,6 @@ class FindingProof {
       if (variable && !direction) ++variables;
     }
     return directions == 1 && types == 1 && (duplicate || variables == 1);
-  }
-
-  // A modport's or clocking block's "input x" names a signal declared
-  // elsewhere: a duplicate whose declarations all but one are such items,
-  // or a use "before" one of them, is not what it says.
-  bool InterfaceItems() const {
-    const std::optional<std::string_view> name = QuotedName(finding_.message);
-    const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
-    if (!name || name->empty() || !module) return false;
-    if (finding_.check == "dupli-define" && finding_.message.rfind("signal '", 0) == 0) {
-      const std::vector<std::size_t> declarations = DeclarationTokens(*name, *module);
-      if (declarations.size() != TimesCount(finding_.message)) return false;
-      const auto real = std::count_if(declarations.begin(), declarations.end(), [this](std::size_t t) {
-        return !scopes_.IsInInterfaceItems(scopes_.NodeOfToken(t));
-      });
-      return real <= 1;
-    }
-    if (finding_.check == "used-bef-declare") {
-      const std::size_t at = finding_.message.rfind("declaration at line ");
-      if (at == std::string_view::npos) return false;
-      std::uint32_t oneBased = 0;
-      const char* begin = finding_.message.data() + at + 20;
-      const char* end = finding_.message.data() + finding_.message.size();
-      if (std::from_chars(begin, end, oneBased).ec != std::errc() || oneBased == 0) return false;
-      const std::optional<std::size_t> token = scopes_.FindOnLine(oneBased - 1, *name, true);
-      return token && scopes_.IsInInterfaceItems(scopes_.NodeOfToken(*token));
-    }
-    return false;
-  }
-
-  bool DefaultBeforeBranch() const {
-    if (finding_.check != "latch") return false;
-    const ProceduralBlock* block = scopes_.BlockOnLine(finding_.line);
-    return block != nullptr && DefaultsCoverBranches(scopes_.Tokens(), *block);
-  }
-
- private:
-  std::optional<std::size_t> ModuleOfLine(std::uint32_t line) const {
-    const std::optional<std::size_t> token = FirstTokenOfLine(line);
-    if (!token) return std::nullopt;
-    const std::size_t module = scopes_.ModuleOf(scopes_.NodeOfToken(*token));
-    if (module == 0) return std::nullopt;
-    return module;
   }
 
   std::optional<std::size_t> FirstTokenOfLine(std::uint32_t line) const {
@@ -257,7 +574,8 @@ class FindingProof {
     std::vector<std::size_t> nodes;
     for (std::uint32_t oneBased : *lines) {
       if (oneBased == 0) return false;
-      const std::optional<std::size_t> token = scopes_.FindOnLine(oneBased - 1, name, false);
+      std::optional<std::size_t> token = scopes_.FindOnLine(oneBased - 1, name, false);
+      if (!token) token = InstanceNameFrom(oneBased - 1, name);
       if (!token) return false;
       nodes.push_back(scopes_.NodeOfToken(*token));
     }
@@ -331,6 +649,16 @@ std::optional<LintFilter> FilterThatDrops(const GenerateScopes& scopes, const Fi
   if (enabled.Has(LintFilter::kDefaultBeforeBranch) && proof.DefaultBeforeBranch()) {
     return LintFilter::kDefaultBeforeBranch;
   }
+  if (enabled.Has(LintFilter::kMemberScopes) && proof.MemberScopes()) return LintFilter::kMemberScopes;
+  if (enabled.Has(LintFilter::kInitializerNames) && proof.InitializerNames()) return LintFilter::kInitializerNames;
+  if (enabled.Has(LintFilter::kAbsentUse) && proof.AbsentUse()) return LintFilter::kAbsentUse;
+  if (enabled.Has(LintFilter::kIntendedLatch) && proof.IntendedLatch()) return LintFilter::kIntendedLatch;
+  if (enabled.Has(LintFilter::kHierarchicalPaths) && proof.HierarchicalPaths()) {
+    return LintFilter::kHierarchicalPaths;
+  }
+  if (enabled.Has(LintFilter::kAbsentBranch) && proof.AbsentBranch()) return LintFilter::kAbsentBranch;
+  if (enabled.Has(LintFilter::kLetterCase) && proof.LetterCase()) return LintFilter::kLetterCase;
+  if (enabled.Has(LintFilter::kAssertionItems) && proof.AssertionItems()) return LintFilter::kAssertionItems;
   return std::nullopt;
 }
 

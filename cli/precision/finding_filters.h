@@ -4,7 +4,13 @@
 // block that only reads the signal it is said to drive, a latch warning on a
 // block that gives every branch target a default first, a blocking-assign
 // warning on a block without such an assignment, a port declared by
-// direction and again by type, and findings about an empty name. When in doubt a finding is kept.
+// direction and again by type, findings about an empty name, struct members
+// and routine locals taken for signals, names read in an initializer taken
+// for declared ones, uses that the text does not hold, latches asked for
+// with always_latch, hierarchical paths taken for one signal, latches on
+// blocks without the branch named, names that differ in letter case taken
+// for one, and assertions taken for instances. When in doubt a finding is
+// kept.
 #ifndef QUILL_CLI_PRECISION_FINDING_FILTERS_H_
 #define QUILL_CLI_PRECISION_FINDING_FILTERS_H_
 
@@ -26,6 +32,14 @@ enum class LintFilter : std::uint8_t {
   kPortRedeclaration,
   kInterfaceItems,
   kDefaultBeforeBranch,
+  kMemberScopes,
+  kInitializerNames,
+  kAbsentUse,
+  kIntendedLatch,
+  kHierarchicalPaths,
+  kAbsentBranch,
+  kLetterCase,
+  kAssertionItems,
 };
 
 struct LintFilterInfo {
@@ -36,7 +50,7 @@ struct LintFilterInfo {
 
 // In the order they are tried; a dropped finding counts for the first filter
 // that drops it.
-inline constexpr std::array<LintFilterInfo, 7> kLintFilters = {{
+inline constexpr std::array<LintFilterInfo, 15> kLintFilters = {{
     {LintFilter::kEmptyName, "empty-name", "findings about the empty name ''"},
     {LintFilter::kReadOnlyDriver, "read-only-driver",
      "multi-driver findings where a named always block only reads the signal"},
@@ -50,6 +64,22 @@ inline constexpr std::array<LintFilterInfo, 7> kLintFilters = {{
      "dupli-define and used-bef-declare findings that take a modport or clocking item for a declaration"},
     {LintFilter::kDefaultBeforeBranch, "default-before-branch",
      "latch findings on blocks that assign every branch target a default value first"},
+    {LintFilter::kMemberScopes, "member-scopes",
+     "duplicates among struct members and routine locals, and assigns to disjoint members of one signal"},
+    {LintFilter::kInitializerNames, "initializer-names",
+     "dupli-define and wire-always findings that take a name read in a net's initializer for a declaration"},
+    {LintFilter::kAbsentUse, "absent-use",
+     "used-bef-declare findings on a name that does not occur before its declaration"},
+    {LintFilter::kIntendedLatch, "intended-latch", "latch findings on always_latch blocks"},
+    {LintFilter::kHierarchicalPaths, "hierarchical-paths",
+     "comb-loop findings on an assign whose sides are different hierarchical paths under one root"},
+    {LintFilter::kAbsentBranch, "absent-branch",
+     "latch findings on a block whose own text has no if (or no case) of the kind named"},
+    {LintFilter::kLetterCase, "letter-case",
+     "comb-loop, repeated-assig, multi-driver and wire-always findings that join names differing only in "
+     "letter case"},
+    {LintFilter::kAssertionItems, "assertion-items",
+     "dupli-inst findings that take 'assert property' for an instance named property"},
 }};
 
 std::optional<LintFilter> FindLintFilter(std::string_view name);
@@ -65,13 +95,15 @@ class LintFilterSet {
     return set;
   }
   void Enable(LintFilter filter) { bits_ |= Bit(filter); }
-  void Disable(LintFilter filter) { bits_ &= static_cast<std::uint8_t>(~Bit(filter)); }
+  void Disable(LintFilter filter) { bits_ &= static_cast<std::uint16_t>(~Bit(filter)); }
   bool Has(LintFilter filter) const { return (bits_ & Bit(filter)) != 0; }
   bool Empty() const { return bits_ == 0; }
 
  private:
-  static std::uint8_t Bit(LintFilter filter) { return static_cast<std::uint8_t>(1u << static_cast<unsigned>(filter)); }
-  std::uint8_t bits_ = 0;
+  static std::uint16_t Bit(LintFilter filter) {
+    return static_cast<std::uint16_t>(1u << static_cast<unsigned>(filter));
+  }
+  std::uint16_t bits_ = 0;
 };
 
 struct FindingToFilter {

@@ -65,7 +65,7 @@ class GenerateScopeParser {
       : s_(scopes), tokens_(scopes.tokens_), n_(scopes.tokens_.size()) {}
 
   void Run() {
-    s_.nodes_.push_back({ScopeNode::Kind::kRoot, 0, 0, 0});
+    s_.nodes_.push_back({ScopeNode::Kind::kRoot, 0, 0, 0, false});
     s_.tokenNode_.assign(n_, 0);
     while (i_ < n_) {
       if (!ParseItem(0, 0)) Take(0);
@@ -81,7 +81,7 @@ class GenerateScopeParser {
   }
 
   std::size_t AddNode(ScopeNode::Kind kind, std::size_t parent, std::size_t construct = 0, std::size_t branch = 0) {
-    s_.nodes_.push_back({kind, parent, construct, branch});
+    s_.nodes_.push_back({kind, parent, construct, branch, false});
     return s_.nodes_.size() - 1;
   }
 
@@ -126,6 +126,21 @@ class GenerateScopeParser {
   bool ParseItem(std::size_t node, std::size_t depth) {
     if (i_ >= n_ || TooDeep(depth)) return false;
     const Token& token = At();
+    const bool classAhead = i_ + 1 < n_ && tokens_[i_ + 1].Is("class");
+    if (token.Is("class") || ((token.Is("virtual") || token.Is("interface")) && classAhead)) {
+      // A class's members, parameters and methods are its own.
+      const std::size_t body = AddNode(ScopeNode::Kind::kNamedBlock, node);
+      s_.nodes_[body].routine = true;
+      while (i_ < n_ && !At().Is("endclass") && !IsModuleEnd(At())) {
+        if (At().Is("function") || At().Is("task")) {
+          ParseRoutine(body);
+        } else {
+          Take(body);
+        }
+      }
+      if (AtWord("endclass")) Take(body);
+      return true;
+    }
     if (IsModuleKeyword(token)) {
       ParseModule(depth);
       return true;
@@ -133,6 +148,13 @@ class GenerateScopeParser {
     if (token.Is("end") || token.Is("endcase") || IsModuleEnd(token)) return false;
     if (token.Is("generate") || token.Is("endgenerate") || token.Is("else")) {
       Take(node);
+      return true;
+    }
+    if (token.kind == Token::Kind::kMacro) {
+      // A macro call is a whole item; its ";" may be left out.
+      Take(node);
+      SkipParentheses(node);
+      if (AtWord(";")) Take(node);
       return true;
     }
     if (token.Is("begin")) {
@@ -148,11 +170,7 @@ class GenerateScopeParser {
     } else if (IsProceduralKeyword(token)) {
       ParseProcedural(node, depth);
     } else if (token.Is("function") || token.Is("task")) {
-      // A routine's locals are its own, like a named block's.
-      const std::string_view end = token.Is("function") ? "endfunction" : "endtask";
-      const std::size_t body = AddNode(ScopeNode::Kind::kNamedBlock, node);
-      while (i_ < n_ && !At().Is(end) && !IsModuleEnd(At())) Take(body);
-      if (AtWord(end)) Take(body);
+      ParseRoutine(node);
     } else if (token.Is("modport")) {
       SkipToSemicolon(AddNode(ScopeNode::Kind::kInterfaceItems, node));
     } else if (token.Is("clocking") ||
@@ -164,6 +182,15 @@ class GenerateScopeParser {
       SkipToSemicolon(node);
     }
     return true;
+  }
+
+  // A routine's locals are its own, like a named block's.
+  void ParseRoutine(std::size_t node) {
+    const std::string_view end = At().Is("function") ? "endfunction" : "endtask";
+    const std::size_t body = AddNode(ScopeNode::Kind::kNamedBlock, node);
+    s_.nodes_[body].routine = true;
+    while (i_ < n_ && !At().Is(end) && !IsModuleEnd(At()) && !At().Is("endclass")) Take(body);
+    if (AtWord(end)) Take(body);
   }
 
   void ParseModule(std::size_t depth) {
@@ -326,7 +353,7 @@ class GenerateScopeParser {
   std::size_t nextConstruct_ = 0;
 };
 
-GenerateScopes::GenerateScopes(std::string_view text) : tokens_(TokenizeVerilog(text)) {
+GenerateScopes::GenerateScopes(std::string_view text) : text_(text), tokens_(TokenizeVerilog(text)) {
   GenerateScopeParser(*this).Run();
   std::uint32_t lines = tokens_.empty() ? 0 : tokens_.back().line + 1;
   lineFirstToken_.assign(static_cast<std::size_t>(lines) + 1, tokens_.size());
@@ -343,11 +370,35 @@ GenerateScopes::GenerateScopes(std::string_view text) : tokens_(TokenizeVerilog(
       std::vector<std::size_t>& found = declarations_[token.text];
       if (found.empty() || tokens_[found.back()].line != token.line) found.push_back(t);
     }
+    if (token.Is("assign")) assignKeywords_.push_back(t);
+    if (token.Is("struct") || token.Is("union")) AddAggregate(t);
     if (token.Is("assign") && t + 2 < tokens_.size() && tokens_[t + 1].kind == Token::Kind::kWord &&
         tokens_[t + 2].Is("=")) {
       assignments_[LowerCase(tokens_[t + 1].text)].push_back(t);
     }
   }
+}
+
+void GenerateScopes::AddAggregate(std::size_t keyword) {
+  std::size_t open = keyword + 1;
+  while (open < tokens_.size() && IsAnyOf(tokens_[open], {"packed", "signed", "unsigned", "tagged", "soft"})) ++open;
+  if (open >= tokens_.size() || !tokens_[open].Is("{")) return;
+  std::size_t depth = 0;
+  std::size_t close = open;
+  for (; close < tokens_.size(); ++close) {
+    if (tokens_[close].Is("{")) ++depth;
+    if (tokens_[close].Is("}") && --depth == 0) break;
+  }
+  aggregates_.push_back({open, close});
+}
+
+std::optional<std::size_t> GenerateScopes::InnermostAggregate(std::size_t token) const {
+  std::optional<std::size_t> innermost;
+  for (const TokenRange& range : aggregates_) {
+    if (range.open > token) break;
+    if (token < range.close) innermost = range.open;
+  }
+  return innermost;
 }
 
 const std::vector<std::size_t>& GenerateScopes::DeclarationsOf(std::string_view name) const {
@@ -418,6 +469,13 @@ bool GenerateScopes::InDifferentNamedBlocks(std::size_t a, std::size_t b) const 
     return false;
   };
   return namedBelow(a, b) && namedBelow(b, a);
+}
+
+std::optional<std::size_t> GenerateScopes::InnermostRoutine(std::size_t node) const {
+  for (std::size_t x = node; x != 0; x = nodes_[x].parent) {
+    if (nodes_[x].routine) return x;
+  }
+  return std::nullopt;
 }
 
 std::optional<std::size_t> GenerateScopes::InnermostNamedBlock(std::size_t node) const {

@@ -26,6 +26,7 @@ struct ScopeNode {
   std::size_t parent = 0;
   std::size_t construct = 0;  // for a branch: which if or case it belongs to
   std::size_t branch = 0;     // for a branch: 0 for "then", 1 for "else", k for the k-th case item
+  bool routine = false;       // a named block that is a function, task or class body
 };
 
 // An always, always_ff, always_comb, always_latch, initial or final block
@@ -41,6 +42,7 @@ class GenerateScopes {
   explicit GenerateScopes(std::string_view text);
 
   const std::vector<Token>& Tokens() const { return tokens_; }
+  std::string_view Text() const { return text_; }
   const std::vector<ProceduralBlock>& Blocks() const { return blocks_; }
   // False when the text nests deeper than the scan follows: nothing can
   // then be proved from it.
@@ -66,23 +68,38 @@ class GenerateScopes {
   std::optional<std::size_t> InnermostNamedBlock(std::size_t node) const;
   bool IsWithin(std::size_t node, std::size_t ancestor) const;
   bool IsInInterfaceItems(std::size_t node) const;
+  // The innermost function, task or class body holding the node, or nullopt.
+  std::optional<std::size_t> InnermostRoutine(std::size_t node) const;
 
   // The name's token on each line whose first word declares (input, wire,
   // reg, parameter, ...), exact spelling, in text order; one per line.
   const std::vector<std::size_t>& DeclarationsOf(std::string_view name) const;
   // The "assign" tokens of "assign NAME =", letter case ignored.
   const std::vector<std::size_t>& AssignmentsOf(std::string_view name) const;
+  // Every "assign" token, in text order.
+  const std::vector<std::size_t>& AssignKeywords() const { return assignKeywords_; }
+  // The body of the innermost struct or union that holds the token: the
+  // index of its "{" (which tells bodies apart), or nullopt.
+  std::optional<std::size_t> InnermostAggregate(std::size_t token) const;
 
  private:
   friend class GenerateScopeParser;
+  void AddAggregate(std::size_t keyword);
 
+  std::string_view text_;
   std::vector<Token> tokens_;
   std::vector<std::size_t> tokenNode_;
   std::vector<ScopeNode> nodes_;
   std::vector<ProceduralBlock> blocks_;
-  std::vector<std::size_t> lineFirstToken_;
+  std::vector<std::size_t> lineFirstToken_;  // per line, the index of its first token (or the next line's)
   std::unordered_map<std::string_view, std::vector<std::size_t>> declarations_;
-  std::unordered_map<std::string, std::vector<std::size_t>> assignments_;  // by lower-case name  // per line, the index of its first token (or the next line's)
+  std::unordered_map<std::string, std::vector<std::size_t>> assignments_;  // by lower-case name
+  std::vector<std::size_t> assignKeywords_;
+  struct TokenRange {
+    std::size_t open = 0;   // the "{"
+    std::size_t close = 0;  // the matching "}" (or the end)
+  };
+  std::vector<TokenRange> aggregates_;  // in order of their "{"
   bool complete_ = true;
 };
 

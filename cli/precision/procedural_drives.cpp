@@ -29,6 +29,7 @@ bool IsControlWord(const Token& token) {
 bool IsCall(const std::vector<Token>& tokens, std::size_t open) {
   if (open == 0) return false;
   const Token& before = tokens[open - 1];
+  if (before.kind == Token::Kind::kMacro) return true;  // a macro call may assign its arguments
   return before.kind == Token::Kind::kWord && !IsControlWord(before) && before.text.front() != '$';
 }
 
@@ -176,7 +177,8 @@ std::size_t BodyStart(const std::vector<Token>& tokens, const ProceduralBlock& b
 
 }  // namespace
 
-bool MayDrive(const std::vector<Token>& tokens, const ProceduralBlock& block, std::string_view name) {
+bool MayDrive(const std::vector<Token>& tokens, const ProceduralBlock& block, std::string_view name,
+              bool exactCase) {
   std::vector<bool> openCalls;   // per open "(": is it a call's?
   std::vector<bool> openBraces;  // per open "{": does it hold the name?
   const std::size_t end = std::min(block.end, tokens.size());
@@ -195,7 +197,8 @@ bool MayDrive(const std::vector<Token>& tokens, const ProceduralBlock& block, st
       if (!held) continue;
       if (!openBraces.empty()) openBraces.back() = true;
       if (j + 1 < end && (tokens[j + 1].Is("=") || (openCalls.empty() && tokens[j + 1].Is("<=")))) return true;
-    } else if (token.kind == Token::Kind::kWord && EqualFoldingCase(token.text, name)) {
+    } else if (token.kind == Token::Kind::kWord &&
+               (exactCase ? token.text == name : EqualFoldingCase(token.text, name))) {
       if (std::find(openCalls.begin(), openCalls.end(), true) != openCalls.end()) return true;
       if (j > 0 && (tokens[j - 1].Is("++") || tokens[j - 1].Is("--"))) return true;
       if (!openBraces.empty()) openBraces.back() = true;

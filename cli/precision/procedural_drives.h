@@ -12,11 +12,13 @@
 
 namespace quill::cli {
 
-// True unless the block surely only reads `name` (letter case ignored): the
+// True unless the block surely only reads `name` (letter case ignored unless
+// `exactCase`): the
 // name followed by an assignment operator ("=", "+=", ..., "++"), by "<="
 // outside parentheses, inside a "{...}" that is assigned, or passed to a
 // task or function call, counts as a possible drive.
-bool MayDrive(const std::vector<Token>& tokens, const ProceduralBlock& block, std::string_view name);
+bool MayDrive(const std::vector<Token>& tokens, const ProceduralBlock& block, std::string_view name,
+              bool exactCase = false);
 
 // True when the block is "begin ... end" whose top-level statements assign,
 // before each if or case (and before any other compound statement), every

@@ -18,6 +18,30 @@ bool IsBlank(char c) {
 constexpr std::array<std::string_view, 17> kLongSymbols = {"===", "!==", "<=", "==", "!=", ">=", "+=", "-=", "*=",
                                                            "/=",  "|=",  "&=", "^=", "++", "--", "->", "::"};
 
+constexpr std::array<std::string_view, 23> kDirectives = {
+    "define",        "undef",     "undefineall",     "ifdef",          "ifndef",    "elsif",
+    "else",          "endif",     "include",         "timescale",      "default_nettype",
+    "resetall",      "celldefine", "endcelldefine",  "line",           "pragma",    "unconnected_drive",
+    "nounconnected_drive", "begin_keywords", "end_keywords", "__FILE__", "__LINE__", "protect"};
+
+bool IsDirective(std::string_view name) {
+  for (std::string_view directive : kDirectives) {
+    if (name == directive) return true;
+  }
+  return false;
+}
+
+// Directives followed by one name, and directives whose arguments run to
+// the end of their line.
+bool TakesAName(std::string_view name) {
+  return name == "undef" || name == "ifdef" || name == "ifndef" || name == "elsif" || name == "default_nettype" ||
+         name == "unconnected_drive";
+}
+
+bool TakesTheLine(std::string_view name) {
+  return name == "timescale" || name == "include" || name == "line" || name == "pragma" || name == "begin_keywords";
+}
+
 class Tokenizer {
  public:
   explicit Tokenizer(std::string_view text) : text_(text) {}
@@ -82,15 +106,26 @@ class Tokenizer {
     Advance(i < text_.size() && text_[i] == '"' ? i + 1 : i);
   }
 
-  // A directive is not part of the structure: `define runs to its line's end
-  // (continued by a backslash), any other directive or macro is one word.
+  // A directive is not part of the structure: `define runs to its line's
+  // end (continued by a backslash), any other directive is one word. A
+  // macro's use stays as a token, so that a call such as `ASSERT(a, b)
+  // without its ";" reads as one item.
   void SkipDirective() {
     std::size_t end = pos_ + 1;
     while (end < text_.size() && IsWordByte(text_[end])) ++end;
-    if (text_.substr(pos_, end - pos_) == "`define") {
+    const std::string_view word = text_.substr(pos_, end - pos_);
+    if (word == "`define") {
       while (end < text_.size() && text_[end] != '\n') {
         end += text_[end] == '\\' && end + 1 < text_.size() ? 2u : 1u;
       }
+    }
+    if (end > pos_ + 1 && !IsDirective(word.substr(1))) return Push(Token::Kind::kMacro, end);
+    if (TakesAName(word.substr(1))) {
+      // "`undef NAME": the name is the directive's, not an item of the text.
+      while (end < text_.size() && IsBlank(text_[end]) && text_[end] != '\n') ++end;
+      while (end < text_.size() && IsWordByte(text_[end])) ++end;
+    } else if (TakesTheLine(word.substr(1))) {
+      while (end < text_.size() && text_[end] != '\n') ++end;
     }
     Advance(end);
   }

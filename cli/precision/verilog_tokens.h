@@ -11,7 +11,7 @@
 namespace quill::cli {
 
 struct Token {
-  enum class Kind : std::uint8_t { kWord, kNumber, kSymbol };
+  enum class Kind : std::uint8_t { kWord, kNumber, kSymbol, kMacro };
   Kind kind = Kind::kSymbol;
   std::string_view text;  // a view into the tokenized text
   std::size_t offset = 0;
@@ -23,7 +23,9 @@ struct Token {
 // Words are identifiers and keywords (escaped identifiers included, "$"
 // allowed); numbers start with a digit or "'"; symbols are one byte, except
 // "<=", "==", "!=", ">=", "===", "!==", "+=", "-=", "*=", "/=", "|=", "&=",
-// "^=", "++", "--", "->", "::", which are one token each.
+// "^=", "++", "--", "->", "::", which are one token each. A macro's use
+// ("`NAME", not a compiler directive) is one kMacro token; directives and
+// `define lines give none.
 std::vector<Token> TokenizeVerilog(std::string_view text);
 
 }  // namespace quill::cli

@@ -322,6 +322,174 @@ const FilterCase kCases[] = {
      8, "dupli-define", "signal 't' defined 2 times", LintFilter::kGenerateScope},
     {"OtherChecksAreNeverDropped", "module m;\nassign a = a;\nendmodule\n", 1, "comb-loop",
      "assign 'a' feeds back to itself", kKept},
+    // Struct members, routine locals and member paths.
+    {"FieldsOfTwoStructs",
+     "package p;\n"
+     "typedef struct packed {\n"
+     "  logic a;\n"
+     "} s_t;\n"
+     "typedef struct packed {\n"
+     "  logic a;\n"
+     "} t_t;\n"
+     "endpackage\n",
+     5, "dupli-define", "signal 'a' defined 2 times", LintFilter::kMemberScopes},
+    {"TwoFieldsOfOneStructAreKept",
+     "package p;\n"
+     "typedef struct packed {\n"
+     "  logic a;\n"
+     "  logic a;\n"
+     "} s_t;\n"
+     "endpackage\n",
+     3, "dupli-define", "signal 'a' defined 2 times", kKept},
+    {"RoutineLocalAndModuleSignal",
+     "module m;\n"
+     "wire e;\n"
+     "function automatic f(input x);\n"
+     "  logic e;\n"
+     "  f = x;\n"
+     "endfunction\n"
+     "endmodule\n",
+     3, "dupli-define", "signal 'e' defined 2 times", LintFilter::kMemberScopes},
+    {"ParameterOfAPackageAndOfAClass",
+     "package p;\n"
+     "parameter int W = 1;\n"
+     "virtual class b #(\n"
+     "  parameter int W = 2\n"
+     ");\n"
+     "endclass\n"
+     "endpackage\n",
+     3, "dupli-define", "parameter 'W' defined 2 times", LintFilter::kMemberScopes},
+    {"ArgumentsOfTasksOutsideAnyModule",
+     "task t1;\n"
+     "  input [4:0] rd;\n"
+     "endtask\n"
+     "task t2;\n"
+     "  input [4:0] rd;\n"
+     "endtask\n",
+     4, "dupli-define", "signal 'rd' defined 2 times", LintFilter::kMemberScopes},
+    {"TwoLocalsOfOneClassAreKept",
+     "package p;\n"
+     "class a;\n"
+     "  logic q;\n"
+     "  logic q;\n"
+     "endclass\n"
+     "endpackage\n",
+     3, "dupli-define", "signal 'q' defined 2 times", kKept},
+    {"AssignsToDisjointMembers", "module m;\nassign s.a.x = 1;\nassign s.a.y = 0;\nassign s.b = 1;\nendmodule\n", 1,
+     "repeated-assig", "signal 's' assigned 3 times by assign", LintFilter::kMemberScopes},
+    {"AssignsToAMemberAndItsPrefixAreKept", "module m;\nassign s.a.x = 1;\nassign s.a = 0;\nendmodule\n", 1,
+     "repeated-assig", "signal 's' assigned 2 times by assign", kKept},
+    {"WholeSignalInOneBranchMembersInTheOther",
+     "module m;\n"
+     "if (P) begin : g_a\n"
+     "  assign s = t;\n"
+     "end else begin : g_b\n"
+     "  assign s.a = 1;\n"
+     "  assign s.b = 0;\n"
+     "end\n"
+     "endmodule\n",
+     2, "repeated-assig", "signal 's' assigned 3 times by assign", LintFilter::kMemberScopes},
+    {"AssignsToTheWholeSignalAreKept", "module m;\nassign s.a = 1;\nassign s = 0;\nendmodule\n", 1, "repeated-assig",
+     "signal 's' assigned 2 times by assign", kKept},
+    {"AssignsToSelectsThatMayMeetAreKept", "module m;\nassign s[i] = 1;\nassign s[0] = 0;\nendmodule\n", 1,
+     "repeated-assig", "signal 's' assigned 2 times by assign", kKept},
+    {"AssignsToDifferentConstantSelects", "module m;\nassign s[1].v = 1;\nassign s[0].v = 0;\nendmodule\n", 1,
+     "repeated-assig", "signal 's' assigned 2 times by assign", LintFilter::kMemberScopes},
+    // Initializers.
+    {"NameReadInAnInitializer", "module m;\nreg q;\nwire r = q;\nendmodule\n", 2, "dupli-define",
+     "signal 'q' defined 2 times", LintFilter::kInitializerNames},
+    {"SecondDeclaredNameAfterAnInitializerIsKept", "module m;\nreg q;\nwire r = 1, q = 0;\nendmodule\n", 2,
+     "dupli-define", "signal 'q' defined 2 times", kKept},
+    {"WireOnlyInAnInitializerOfAReg", "module m;\nreg q;\nwire r = q;\nalways @(posedge c) q <= 1;\nendmodule\n", 3,
+     "wire-always", "wire signal 'q' cannot be assigned in always block (use reg instead)",
+     LintFilter::kInitializerNames},
+    {"RealWireDriveIsKept", "module m;\nwire q;\nwire r = q;\nalways @(posedge c) q <= 1;\nendmodule\n", 3,
+     "wire-always", "wire signal 'q' cannot be assigned in always block (use reg instead)", kKept},
+    // Uses that are not in the text.
+    {"NoUseBeforeTheDeclaration", "module m;\nalways @* y = a;\nsub u (.late(x));\nreg late;\nendmodule\n", 1,
+     "used-bef-declare", "signal 'late' used at line 2 before declaration at line 4", LintFilter::kAbsentUse},
+    {"RealUseIsKept", "module m;\nassign y = late;\nreg late;\nendmodule\n", 1, "used-bef-declare",
+     "signal 'late' used at line 2 before declaration at line 3", kKept},
+    {"WildcardConnectionIsKept", "module m;\nsub u (.*);\nreg late;\nendmodule\n", 1, "used-bef-declare",
+     "signal 'late' used at line 2 before declaration at line 3", kKept},
+    // Latches asked for.
+    {"AlwaysLatch", "module m;\nalways_latch\n  if (en) q = d;\nendmodule\n", 1, "latch",
+     "if without else (if:1 else:0)", LintFilter::kIntendedLatch},
+    {"AlwaysCombLatchIsKept", "module m;\nalways_comb\n  if (en) q = d;\nendmodule\n", 1, "latch",
+     "if without else (if:1 else:0)", kKept},
+    // Hierarchical paths.
+    {"DisjointPathsUnderOneRoot", "module m;\nassign d.a.b = d.c.e;\nendmodule\n", 1, "comb-loop",
+     "assign 'd' feeds back to itself", LintFilter::kHierarchicalPaths},
+    {"PathReadingItsOwnTargetIsKept", "module m;\nassign d.a.b = d.a;\nendmodule\n", 1, "comb-loop",
+     "assign 'd' feeds back to itself", kKept},
+    {"WholeRootOnTheRightIsKept", "module m;\nassign d.a = d;\nendmodule\n", 1, "comb-loop",
+     "assign 'd' feeds back to itself", kKept},
+    // Latches on blocks without the branch named.
+    {"LatchOnABlockWithoutIf", "module m;\nalways_comb begin\n  y = s ? a : b;\nend\nendmodule\n", 1, "latch",
+     "if without else (if:1 else:0)", LintFilter::kAbsentBranch},
+    {"LatchOnABlockWithIfIsKept", "module m;\nalways_comb begin\n  if (s) y = a;\nend\nendmodule\n", 1, "latch",
+     "if without else (if:1 else:0)", kKept},
+    {"LatchOnABlockWithAMacroIsKept", "module m;\nalways_comb begin\n  `PICK(y, a)\nend\nendmodule\n", 1, "latch",
+     "if without else (if:1 else:0)", kKept},
+    {"CaseWithoutDefaultOnABlockWithCaseIsKept",
+     "module m;\nalways_comb begin\n  case (s)\n    0: y = a;\n  endcase\nend\nendmodule\n", 1, "latch",
+     "case without default", kKept},
+    // Letter case.
+    {"LoopThroughAnotherSpelling", "module m;\nassign OUT = out;\nendmodule\n", 1, "comb-loop",
+     "assign 'OUT' feeds back to itself", LintFilter::kLetterCase},
+    {"LoopThroughTheSameSpellingIsKept", "module m;\nassign OUT = out ^ OUT;\nendmodule\n", 1, "comb-loop",
+     "assign 'OUT' feeds back to itself", kKept},
+    {"AssignsToTwoSpellings", "module m;\nassign OUT = a;\nassign out = b;\nendmodule\n", 1, "repeated-assig",
+     "signal 'OUT' assigned 2 times by assign", LintFilter::kLetterCase},
+    {"AssignsToOneSpellingAreKept", "module m;\nassign OUT = a;\nassign out = b;\nassign out = c;\nendmodule\n", 1,
+     "repeated-assig", "signal 'OUT' assigned 3 times by assign", kKept},
+    {"AssignAndAlwaysDriveTwoSpellings", "module m;\nassign OUT = out;\nalways @(posedge c) out <= d;\nendmodule\n", 1,
+     "multi-driver", "signal 'OUT' driven by both assign and always", LintFilter::kLetterCase},
+    {"AssignAndAlwaysDriveOneSpellingAreKept",
+     "module m;\nassign OUT = out;\nalways @(posedge c) OUT <= d;\nendmodule\n", 1, "multi-driver",
+     "signal 'OUT' driven by both assign and always", kKept},
+    {"WireSpeltOtherwiseThanTheReg", "module m(output wire OUT);\nreg out;\nalways @(posedge c) out <= d;\nendmodule\n", 2,
+     "wire-always", "wire signal 'out' cannot be assigned in always block (use reg instead)", LintFilter::kLetterCase},
+    // Assertions read as instances.
+    {"AssertPropertyIsNoInstance",
+     "module m;\nalways @(posedge c) begin\n  assert property (a);\n  assert property (b);\nend\nendmodule\n", 3,
+     "dupli-inst", "instance 'property' instantiated 2 times (lines: 3, 4)", LintFilter::kAssertionItems},
+    {"InstancesNamedPropertyAreKept", "module m;\nsub property (.a(a));\nsub property (.a(b));\nendmodule\n", 2,
+     "dupli-inst", "instance 'property' instantiated 2 times (lines: 2, 3)", kKept},
+    // A macro call without its ";" ends at its ")".
+    {"GenerateBranchesAfterAMacroCall",
+     "module m;\n"
+     "`CHECK(a, b)\n"
+     "if (P) begin : g_a\n"
+     "  assign y = 1;\n"
+     "end else begin : g_b\n"
+     "  assign y = 0;\n"
+     "end\n"
+     "endmodule\n",
+     3, "repeated-assig", "signal 'y' assigned 2 times by assign", LintFilter::kGenerateScope},
+    {"GenerateBranchesAfterAnUndef",
+     "module m;\n"
+     "`undef N\n"
+     "if (P) begin : g_a\n"
+     "  assign y = 1;\n"
+     "end else begin : g_b\n"
+     "  assign y = 0;\n"
+     "end\n"
+     "endmodule\n",
+     3, "repeated-assig", "signal 'y' assigned 2 times by assign", LintFilter::kGenerateScope},
+    // An instance named after its parameter list.
+    {"InstanceNamedBelowItsModuleLine",
+     "module m;\n"
+     "if (P) begin : g_a\n"
+     "  sub #(\n"
+     "    .W(1)\n"
+     "  ) u (.x(x));\n"
+     "end else begin : g_b\n"
+     "  sub #(.W(2))\n"
+     "    u (.x(x));\n"
+     "end\n"
+     "endmodule\n",
+     6, "dupli-inst", "instance 'u' instantiated 2 times (lines: 3, 7)", LintFilter::kGenerateScope},
 };
 
 INSTANTIATE_TEST_SUITE_P(Cases, FilterThatDropsTest, ::testing::ValuesIn(kCases),

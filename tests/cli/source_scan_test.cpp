@@ -12,7 +12,7 @@ namespace {
 
 struct ScanCase {
   const char* text;
-  std::vector<std::size_t> moduleStarts;
+  std::vector<std::size_t> unitStarts;
 };
 
 const ScanCase kScanCases[] = {
@@ -30,11 +30,16 @@ const ScanCase kScanCases[] = {
     {"foo module", {}},
     {"module a; always @(*) x = 1; endmodule module b;", {0, 39}},
     {"endinterface module a;", {13}},
+    {"interface a; endinterface\ninterface b; endinterface", {0, 26}},
+    {"package p; endpackage program t; endprogram", {0, 22}},
+    {"package p; interface class c; endclass endpackage", {0}},
+    {"module a (interface bus); endmodule", {0}},
+    {"virtual interface x;", {}},
 };
 
-TEST(SourceScanTest, FindsModuleStartsOutsideCommentsAndStrings) {
+TEST(SourceScanTest, FindsUnitStartsOutsideCommentsAndStrings) {
   for (const ScanCase& c : kScanCases) {
-    EXPECT_EQ(ScanSource(c.text).moduleStarts, c.moduleStarts) << c.text;
+    EXPECT_EQ(ScanSource(c.text).unitStarts, c.unitStarts) << c.text;
   }
 }
 
@@ -46,10 +51,10 @@ TEST(SourceScanTest, ListsCommentsWithTheirBodies) {
   EXPECT_EQ(scan.comments[2].body, " open");
 }
 
-TEST(SourceScanTest, StretchesStartAtTheSecondModule) {
-  EXPECT_EQ(ModuleStretches({}), std::vector<std::size_t>{0});
-  EXPECT_EQ(ModuleStretches({5}), std::vector<std::size_t>{0});
-  EXPECT_EQ(ModuleStretches({5, 30, 60}), (std::vector<std::size_t>{0, 30, 60}));
+TEST(SourceScanTest, StretchesStartAtTheSecondUnit) {
+  EXPECT_EQ(UnitStretches({}), std::vector<std::size_t>{0});
+  EXPECT_EQ(UnitStretches({5}), std::vector<std::size_t>{0});
+  EXPECT_EQ(UnitStretches({5, 30, 60}), (std::vector<std::size_t>{0, 30, 60}));
 }
 
 }  // namespace

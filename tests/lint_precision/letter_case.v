@@ -1,0 +1,22 @@
+// Verilog names are case-sensitive: OUT and out are two signals.
+module letter_case (
+  input  wire in_a,
+  output wire OUT
+);
+  wire out;
+  assign out = in_a;
+  assign OUT = out;
+  wire fb;
+  assign fb = fb ^ in_a; // expect: comb-loop
+endmodule
+
+// An assign to OUT2 and an always block driving out2: two signals.
+module letter_case_drivers (
+  input  wire clk,
+  input  wire d,
+  output wire OUT2
+);
+  reg out2;
+  always @(posedge clk) out2 <= d;
+  assign OUT2 = out2;
+endmodule

@@ -1,0 +1,30 @@
+// Struct members and function locals live in scopes of their own, and
+// assigns to disjoint members of one signal do not repeat each other.
+package pkt_pkg;
+  typedef struct packed {
+    logic [3:0] opcode;
+    logic       valid;
+  } cmd_t;
+  typedef struct packed {
+    logic [3:0] opcode;
+    logic       error;
+  } rsp_t;
+  function automatic logic [3:0] swap(input logic [3:0] v);
+    logic [3:0] error;
+    error = {v[1:0], v[3:2]};
+    return error;
+  endfunction
+endpackage
+
+module member_scopes (
+  input  wire [7:0] a,
+  output wire [7:0] bus,
+  output wire [1:0] q
+);
+  assign bus.lo.data = a[3:0];
+  assign bus.hi.data = a[7:4];
+  assign bus.hi.flag = a[0];
+
+  assign q.x = a[1]; // expect: repeated-assig
+  assign q.x = a[2];
+endmodule
