@@ -62,10 +62,15 @@ TEST(ParenthesisMatches, NoOpenParenthesisThere) {
 
 TEST(ParenthesisMatches, AgreesWithCountingForward) {
   std::mt19937 random(7);
-  const std::string alphabet = "(()) x\n";
-  for (int round = 0; round < 200; ++round) {
+  // Dense parentheses on short lines, and sparse ones on long lines among
+  // bytes that differ from them in one bit, so that runs of eight bytes
+  // with and without one both occur.
+  const std::string dense = "(()) x\n";
+  const std::string sparse = std::string("()") + "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxx*+'\xa8\xa9\x08\x09 \n";
+  for (int round = 0; round < 400; ++round) {
+    const std::string& alphabet = round % 2 == 0 ? dense : sparse;
     std::string text;
-    for (int i = 0; i < 60; ++i) text += alphabet[random() % alphabet.size()];
+    for (int i = 0; i < 120; ++i) text += alphabet[random() % alphabet.size()];
     TextLines lines = SplitLines(text);
     ParenthesisMatches parens(lines);
     for (std::size_t line = 0; line < lines.size(); ++line) {

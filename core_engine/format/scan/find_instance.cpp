@@ -1,6 +1,8 @@
 #include "format/scan/find_instance.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include "common/pattern.h"
@@ -139,20 +141,43 @@ std::optional<HeaderParts> ReadHeader(const LineViews& lines, const ParenthesisM
 
 }  // namespace
 
+namespace {
+
+// Whether one of the eight bytes at `pos` is "(" or ")". The two differ only
+// in their lowest bit, so the bytes that are either become zero below, and
+// the zero-byte test of the word finds them all at once.
+bool EightBytesHoldParenthesis(std::string_view line, std::size_t pos) {
+  std::uint64_t bytes = 0;
+  std::memcpy(&bytes, line.data() + pos, sizeof bytes);
+  const std::uint64_t x = (bytes ^ 0x2828282828282828ull) & 0xFEFEFEFEFEFEFEFEull;
+  return ((x - 0x0101010101010101ull) & ~x & 0x8080808080808080ull) != 0;
+}
+
+}  // namespace
+
 ParenthesisMatches::ParenthesisMatches(const LineViews& lines) {
   lineStarts_.reserve(lines.size());
   std::vector<std::size_t> pending;  // indices into opens_ still waiting for their ")"
   std::size_t base = 0;
   for (std::string_view line : lines) {
     lineStarts_.push_back(base);
-    for (std::size_t pos = 0; pos < line.size(); ++pos) {
-      if (line[pos] == '(') {
-        pending.push_back(opens_.size());
-        opens_.push_back(base + pos);
-        closes_.push_back(kNone);
-      } else if (line[pos] == ')' && !pending.empty()) {
-        closes_[pending.back()] = base + pos;
-        pending.pop_back();
+    std::size_t pos = 0;
+    while (pos < line.size()) {
+      // Runs of eight bytes without a parenthesis are passed over whole.
+      if (line.size() - pos >= 8 && !EightBytesHoldParenthesis(line, pos)) {
+        pos += 8;
+        continue;
+      }
+      const std::size_t stop = std::min(pos + 8, line.size());
+      for (; pos < stop; ++pos) {
+        if (line[pos] == '(') {
+          pending.push_back(opens_.size());
+          opens_.push_back(base + pos);
+          closes_.push_back(kNone);
+        } else if (line[pos] == ')' && !pending.empty()) {
+          closes_[pending.back()] = base + pos;
+          pending.pop_back();
+        }
       }
     }
     base += line.size() + 1;
