@@ -62,11 +62,12 @@ class ParamListTracker {
       inside_ = true;
       depth_ = 0;
     }
+    // Outside a list the depth is never read before the next list resets it.
+    if (!inside_) return false;
     for (char c : line) {
       if (c == '(') ++depth_;
       if (c == ')') --depth_;
     }
-    if (!inside_) return false;
     const bool inList = depth_ > 0;
     inside_ = depth_ != 0;
     return inList;
