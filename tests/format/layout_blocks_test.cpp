@@ -41,7 +41,7 @@ int AlwaysEnd(const TextLines& lines, int start) {
     if (!seenBegin && p.kBeginPattern.Search(code)) seenBegin = true;
     depth += CountMatches(code, p.kBeginPattern) - CountMatches(code, ReferencePatterns().kEndPattern);
     if (seenBegin && depth == 0) return i;
-    if (!seenBegin && i > start && p.kStatementStartPattern.Search(Trim(lines[static_cast<std::size_t>(i)]))) {
+    if (!seenBegin && i > start && ReferencePatterns().kStatementStartPattern.Search(Trim(lines[static_cast<std::size_t>(i)]))) {
       return i - 1;
     }
   }
@@ -49,13 +49,12 @@ int AlwaysEnd(const TextLines& lines, int start) {
 }
 
 int GenerateEnd(const TextLines& lines, int start) {
-  const PatternTable& p = Patterns();
   const int n = static_cast<int>(lines.size());
   if (start < 0) return n - 1;
   std::int64_t depth = 0;
   for (int i = start; i < n; ++i) {
     const std::string code = Code(lines[static_cast<std::size_t>(i)]);
-    depth += CountMatches(code, p.kGeneratePattern) - CountMatches(code, p.kEndgeneratePattern);
+    depth += CountMatches(code, ReferencePatterns().kGeneratePattern) - CountMatches(code, ReferencePatterns().kEndgeneratePattern);
     if (depth == 0) return i;
   }
   return n - 1;
@@ -104,22 +103,21 @@ void IndentBody(TextLines* lines, int start, int end) {
 }
 
 std::string Layout(std::string_view text) {
-  const PatternTable& p = Patterns();
   TextLines lines = SplitLines(text);
   std::vector<std::pair<int, int>> spans;
   for (int i = 0; i < static_cast<int>(lines.size()); ++i) {
     const std::string& line = lines[static_cast<std::size_t>(i)];
     int end = i;
-    if (p.kAlwaysPattern.Search(line)) {
+    if (ReferencePatterns().kAlwaysPattern.Search(line)) {
       end = AlwaysEnd(lines, i);
-    } else if (p.kGeneratePattern.Search(line)) {
+    } else if (ReferencePatterns().kGeneratePattern.Search(line)) {
       end = GenerateEnd(lines, i);
     }
     if (end > i) spans.emplace_back(i, end);
   }
   for (const auto& [first, last] : spans) IndentBody(&lines, first, last);
   for (std::string& line : lines) {
-    if (p.kAssignPattern.Search(line) || p.kEndgeneratePattern.Search(line)) line = TrimLeft(line);
+    if (ReferencePatterns().kAssignPattern.Search(line) || ReferencePatterns().kEndgeneratePattern.Search(line)) line = TrimLeft(line);
   }
   return JoinLines(lines, "\n");
 }

@@ -30,6 +30,18 @@ struct ReferencePatternTable {
   Pattern kTypeAndNamePattern{R"(^(\w+)\s+(\w+)$)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
   Pattern kSingleWordPattern{R"(^(\w+)$)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
   Pattern kCallHeadPattern{R"(^(\w+)\s*\()", CaseMode::kSensitive, LimitPolicy::kNoMatch};
+  // Leading-word tests the formatter reads off the line's leading word.
+  Pattern kModulePattern{R"(^\s*module\b)", CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
+  Pattern kEndmodulePattern{R"(^\s*endmodule\b)", CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
+  Pattern kLineCommentStartPattern{R"(^\s*//)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
+  Pattern kAlwaysPattern{R"(^\s*(always_ff|always_comb|always)\b)", CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
+  Pattern kGeneratePattern{R"(^\s*generate\b)", CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
+  Pattern kEndgeneratePattern{R"(^\s*endgenerate\b)", CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
+  Pattern kAssignPattern{R"(^\s*assign\b)", CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
+  Pattern kStatementStartPattern{R"(^\s*(always|initial|module|endmodule|assign|wire|reg|logic)\b)", CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
+  Pattern kBlockKeywordPattern{R"(^\s*(module|function|task|if|else|case|casex|casez|for|while|forever|assign|always|always_ff|always_comb|initial|generate|endgenerate|specify|endspecify)\b)", CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
+  Pattern kBodyItemPattern{R"(^\s*(module\b|endmodule\b|always\b|always_ff\b|always_comb\b|initial\b|assign\b))",
+                           CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
 };
 
 inline const ReferencePatternTable& ReferencePatterns() {

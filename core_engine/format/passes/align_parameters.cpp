@@ -22,9 +22,6 @@ struct ParamPatterns {
   Pattern kParamListOpenPattern{R"(^\s*#\s*\()", CaseMode::kSensitive, LimitPolicy::kNoMatch};
   // A word, blanks and "#(" anywhere in the line: "module fifo #(", "fifo #(".
   Pattern kNamedParamListOpenPattern{R"(\w+\s+#\s*\()", CaseMode::kSensitive, LimitPolicy::kNoMatch};
-  // Lines that are never parameter items.
-  Pattern kBodyItemPattern{R"(^\s*(module\b|endmodule\b|always\b|always_ff\b|always_comb\b|initial\b|assign\b))",
-                           CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
 };
 
 const ParamPatterns& LocalPatterns() {
@@ -85,10 +82,10 @@ class ParamListTracker {
   std::int64_t depth_ = 0;
 };
 
+// Lines that are never parameter items: a module-body statement.
 bool IsBodyItem(std::string_view t) {
   return IsOneOfIgnoringCase(LeadingPatternWord(t),
-                             {"module", "endmodule", "always", "always_ff", "always_comb", "initial", "assign"}) &&
-         LocalPatterns().kBodyItemPattern.Search(t);
+                             {"module", "endmodule", "always", "always_ff", "always_comb", "initial", "assign"});
 }
 
 // A parameter item: a line of the parameter form whose name is no core

@@ -36,12 +36,18 @@ std::string EndmoduleLine(std::string_view t) {
   return line;
 }
 
+// "^\s*//": the line's first bytes after white space are "//".
+bool StartsWithLineComment(std::string_view t) {
+  std::size_t first = 0;
+  while (first < t.size() && IsSpaceByte(t[first])) ++first;
+  return t.substr(first).starts_with("//");
+}
+
 }  // namespace
 
-// An anchored pattern runs only on a line whose first byte or leading word
-// allows a match.
+// A line begins with a word ("^\s*word\b", ignoring case) exactly when its
+// leading run of word bytes is that word.
 std::string FlushModuleLevel(std::string_view text) {
-  const PatternTable& patterns = Patterns();
   LineJoiner output(text.size());
   LineReader reader(text);
   std::string_view line;
@@ -51,17 +57,17 @@ std::string FlushModuleLevel(std::string_view text) {
     const std::string_view t = TrimmedView(line);
     const char first = LeadingByteLower(t);
     const std::string_view word = LeadingPatternWord(t);
-    if (t.empty() || (first == '/' && patterns.kLineCommentStartPattern.Search(t))) {
+    if (t.empty() || (first == '/' && StartsWithLineComment(t))) {
       output.Add(line);
       continue;
     }
-    if (IsOneOfIgnoringCase(word, {"endmodule"}) && patterns.kEndmodulePattern.Search(t)) {
+    if (IsOneOfIgnoringCase(word, {"endmodule"})) {
       output.Add(EndmoduleLine(t));
       depth = 0;
       inHeader = false;
       continue;
     }
-    if (IsOneOfIgnoringCase(word, {"module"}) && patterns.kModulePattern.Search(t)) {
+    if (IsOneOfIgnoringCase(word, {"module"})) {
       output.Add(line);
       depth = 0;
       inHeader = true;

@@ -29,10 +29,7 @@ std::string_view WithoutLeadingBlanks(std::string_view line) {
 
 // Assign and endgenerate lines go to column 0.
 bool MovesToColumnZero(std::string_view line) {
-  const PatternTable& p = Patterns();
-  const std::string_view word = LeadingPatternWord(line);
-  return (IsOneOfIgnoringCase(word, {"assign"}) && p.kAssignPattern.Search(line)) ||
-         (IsOneOfIgnoringCase(word, {"endgenerate"}) && p.kEndgeneratePattern.Search(line));
+  return IsOneOfIgnoringCase(LeadingPatternWord(line), {"assign", "endgenerate"});
 }
 
 // The layout without block indentation: only assign and endgenerate lines

@@ -54,14 +54,15 @@ bool IsBareLabelText(std::string_view t) {
 
 bool StartsStatement(std::string_view t) {
   return IsOneOfIgnoringCase(LeadingPatternWord(t),
-                             {"always", "initial", "module", "endmodule", "assign", "wire", "reg", "logic"}) &&
-         Patterns().kStatementStartPattern.Search(t);
+                             {"always", "initial", "module", "endmodule", "assign", "wire", "reg", "logic"});
 }
 
 }  // namespace
 
-// An anchored pattern runs only on a line whose leading word is one of its
-// words; a search for "begin" only on a line that holds the letters.
+// A line begins with one of some words ("^\s*(word|...)\b", ignoring case)
+// exactly when its leading run of word bytes is one of them, so those tests
+// read the leading word; a search for "begin" runs only on a line that holds
+// the letters.
 BlockLineFacts ReadBlockLineFacts(std::string_view line) {
   const PatternTable& p = Patterns();
   BlockLineFacts facts;
@@ -76,8 +77,8 @@ BlockLineFacts ReadBlockLineFacts(std::string_view line) {
   facts.cases = counts.cases;
   facts.endcases = counts.endcases;
   const std::string_view word = LeadingPatternWord(code);
-  facts.opensGenerate = IsOneOfIgnoringCase(word, {"generate"}) && p.kGeneratePattern.Search(code);
-  facts.closesGenerate = IsOneOfIgnoringCase(word, {"endgenerate"}) && p.kEndgeneratePattern.Search(code);
+  facts.opensGenerate = IsOneOfIgnoringCase(word, {"generate"});
+  facts.closesGenerate = IsOneOfIgnoringCase(word, {"endgenerate"});
   facts.startsStatement = StartsStatement(t);
   facts.mentionsBegin = facts.begins > 0 || (t.find("begin") != std::string_view::npos && p.kBeginPattern.Search(t));
   facts.isLoneBegin = t == "begin";
@@ -88,12 +89,9 @@ BlockLineFacts ReadBlockLineFacts(std::string_view line) {
 }
 
 BlockKind BlockStartingAt(std::string_view line) {
-  const PatternTable& p = Patterns();
   const std::string_view word = LeadingPatternWord(line);
-  if (IsOneOfIgnoringCase(word, {"always_ff", "always_comb", "always"}) && p.kAlwaysPattern.Search(line)) {
-    return BlockKind::kAlways;
-  }
-  if (IsOneOfIgnoringCase(word, {"generate"}) && p.kGeneratePattern.Search(line)) return BlockKind::kGenerate;
+  if (IsOneOfIgnoringCase(word, {"always_ff", "always_comb", "always"})) return BlockKind::kAlways;
+  if (IsOneOfIgnoringCase(word, {"generate"})) return BlockKind::kGenerate;
   return BlockKind::kNone;
 }
 

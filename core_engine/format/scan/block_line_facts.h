@@ -34,8 +34,8 @@ struct BlockLineFacts {
 
 BlockLineFacts ReadBlockLineFacts(std::string_view line);
 
-// Which block, if any, starts on a line: kAlwaysPattern (always, always_ff,
-// always_comb) or kGeneratePattern.
+// Which block, if any, starts on a line: its leading word is always,
+// always_ff or always_comb, or generate (any letter case).
 enum class BlockKind { kNone, kAlways, kGenerate };
 
 BlockKind BlockStartingAt(std::string_view line);

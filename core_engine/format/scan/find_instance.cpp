@@ -44,8 +44,7 @@ bool StartsWithBlockKeyword(std::string_view trimmed) {
   return IsOneOfIgnoringCase(LeadingPatternWord(trimmed),
                              {"module",      "function", "task",     "if",          "else",    "case",      "casex",
                               "casez",       "for",      "while",    "forever",     "assign",  "always",    "always_ff",
-                              "always_comb", "initial",  "generate", "endgenerate", "specify", "endspecify"}) &&
-         Patterns().kBlockKeywordPattern.Search(trimmed);
+                              "always_comb", "initial",  "generate", "endgenerate", "specify", "endspecify"});
 }
 
 bool IsCommentOrBlankLine(std::string_view line) {

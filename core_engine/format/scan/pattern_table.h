@@ -15,19 +15,10 @@ struct PatternTable {
   PatternTable();
 
   Pattern kBeginPattern;
-  Pattern kModulePattern;
-  Pattern kEndmodulePattern;
-  Pattern kLineCommentStartPattern;
   Pattern kForeignSourcePattern;
   NameSet kCoreKeywords;  // lower case, looked up ignoring case
-  Pattern kAlwaysPattern;
-  Pattern kGeneratePattern;
-  Pattern kEndgeneratePattern;
-  Pattern kAssignPattern;
   Pattern kLabelPattern;
-  Pattern kStatementStartPattern;
   Pattern kNamedConnectionPattern;
-  Pattern kBlockKeywordPattern;
   NameSet kDeclKeywords;  // lower case, looked up ignoring case
 };
 
