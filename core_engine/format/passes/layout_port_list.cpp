@@ -200,23 +200,26 @@ std::string LayoutPortList(std::string_view text) {
   if (firstPortLine >= closeLine) return std::string(text);
 
   // The port lines are read twice, for the widths and for the rewrite, so no
-  // entry outlives its line.
-  LineJoiner output(text.size() + 64);
+  // entry outlives its line; the lines around them are copied unchanged.
   std::vector<std::string_view> portLines;
+  std::string_view closeText;
   LineReader again(text);
-  for (std::size_t i = 0; again.Next(&line); ++i) {
-    if (i < firstPortLine || i > closeLine) {
-      output.Add(line);
-    } else if (i < closeLine) {
+  for (std::size_t i = 0; i <= closeLine && again.Next(&line); ++i) {
+    if (i < firstPortLine) continue;
+    if (i < closeLine) {
       portLines.push_back(line);
     } else {
-      PortColumns columns;
-      for (std::string_view port : portLines) Widen(&columns, MakePortEntry(port));
-      for (std::string_view port : portLines) output.Add(RebuildEntry(MakePortEntry(port), columns));
-      output.Add(CloseLineText(line));
+      closeText = line;
     }
   }
-  return output.Take();
+  PortColumns columns;
+  for (std::string_view port : portLines) Widen(&columns, MakePortEntry(port));
+  std::vector<LineReplacement> rewrites;
+  rewrites.reserve(portLines.size() + 1);
+  for (std::string_view port : portLines) rewrites.push_back({port, RebuildEntry(MakePortEntry(port), columns)});
+  // The ")" that closes the list lies on the close line, so the reading got there.
+  rewrites.push_back({closeText, std::string(CloseLineText(closeText))});
+  return RewriteLines(text, rewrites, text.size() + 64);
 }
 
 }  // namespace quill
