@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "common/byte_search.h"
 #include "lint/always_analysis.h"
 #include "lint/steps.h"
 #include "lint/word_scan.h"
@@ -26,8 +27,7 @@ class LineIndex {
     std::size_t lines = 0;
     for (std::size_t chunk = 0; chunk < text.size(); chunk += kChunk) {
       chunkLines_.push_back(lines);
-      std::string_view piece = text.substr(chunk, kChunk);
-      lines += static_cast<std::size_t>(std::count(piece.begin(), piece.end(), '\n'));
+      lines += CountLineFeeds(text.substr(chunk, kChunk));
     }
     chunkLines_.push_back(lines);
   }
@@ -36,8 +36,7 @@ class LineIndex {
   std::uint32_t LineAt(std::size_t pos) const {
     pos = std::min(pos, text_.size());
     std::size_t chunk = pos / kChunk;
-    std::string_view piece = text_.substr(chunk * kChunk, pos - chunk * kChunk);
-    std::size_t lines = chunkLines_[chunk] + static_cast<std::size_t>(std::count(piece.begin(), piece.end(), '\n'));
+    std::size_t lines = chunkLines_[chunk] + CountLineFeeds(text_.substr(chunk * kChunk, pos - chunk * kChunk));
     return static_cast<std::uint32_t>(lines);
   }
 
@@ -104,11 +103,12 @@ std::vector<std::size_t> MatchClosers(std::string_view text, const std::vector<s
   std::vector<Waiting> waiting;
   std::size_t next = 0;
   long long level = 0;
-  for (std::size_t i = opens.front(); i < text.size(); ++i) {
+  // Every open is a "(", so the walk can go from parenthesis to parenthesis.
+  for (std::size_t i = FindParenthesis(text, opens.front()); i != kNoPosition; i = FindParenthesis(text, i + 1)) {
     if (next < opens.size() && opens[next] == i) waiting.push_back({level, next++});
     if (text[i] == '(') {
       ++level;
-    } else if (text[i] == ')') {
+    } else {
       --level;
       if (!waiting.empty() && waiting.back().level == level) {
         closers[waiting.back().index] = i;

@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "common/byte_search.h"
 #include "common/pattern.h"
 #include "lint/identifiers.h"
 #include "lint/line_counter.h"
@@ -87,7 +88,9 @@ std::vector<std::size_t> BalancingParentheses(std::string_view text, const std::
   std::vector<std::pair<std::int64_t, std::size_t>> pending;  // depth before the "(", index in `opens`
   std::int64_t depth = 0;
   std::size_t next = 0;
-  for (std::size_t i = 0; i < text.size() && (next < opens.size() || !pending.empty()); ++i) {
+  // Only parentheses change anything, so the walk goes from one to the next.
+  for (std::size_t i = FindParenthesis(text, 0); i != kNone && (next < opens.size() || !pending.empty());
+       i = FindParenthesis(text, i + 1)) {
     if (text[i] == '(') {
       if (next < opens.size() && opens[next] == i) pending.emplace_back(depth, next++);
       ++depth;
