@@ -4,7 +4,6 @@
 #ifndef QUILL_COMMON_BYTE_SEARCH_H_
 #define QUILL_COMMON_BYTE_SEARCH_H_
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -59,7 +58,10 @@ inline std::size_t CountLineFeeds(std::string_view text) {
   std::size_t count = 0;
   std::size_t i = 0;
   for (; i + 8 <= text.size(); i += 8) {
-    count += static_cast<std::size_t>(std::popcount(ZeroBytes(LoadWord(text.data() + i) ^ ('\n' * kOnes))));
+    // One bit per LF byte, summed by a multiply into the top byte (at most 8,
+    // so no byte overflows); no popcount instruction is assumed.
+    const std::uint64_t lineFeeds = ZeroBytes(LoadWord(text.data() + i) ^ ('\n' * kOnes)) >> 7;
+    count += static_cast<std::size_t>((lineFeeds * kOnes) >> 56);
   }
   for (; i < text.size(); ++i) {
     if (text[i] == '\n') ++count;
