@@ -43,6 +43,17 @@ TEST(FindEitherByteTest, Examples) {
   EXPECT_EQ(FindEitherByte("{[}]", 0, '\0', '\0'), kNone);
 }
 
+TEST(FindTextTest, Examples) {
+  EXPECT_EQ(FindText("deassign assign x", "assign", 0), 2u);
+  EXPECT_EQ(FindText("deassign assign x", "assign", 3), 9u);
+  EXPECT_EQ(FindText("assigassignassign", "assign", 1), 5u);
+  EXPECT_EQ(FindText("aaaaaaaaaaaaaaaaaaaaaaaaaan", "assign", 0), kNone);
+  EXPECT_EQ(FindText("anananananananananananassign", "assign", 0), 22u);
+  EXPECT_EQ(FindText("assign", "assign", 1), kNone);
+  EXPECT_EQ(FindText("assign", "assign", 7), kNone);
+  EXPECT_EQ(FindText("xx", "", 1), 1u);
+}
+
 TEST(CountLineFeedsTest, Examples) {
   EXPECT_EQ(CountLineFeeds(""), 0u);
   EXPECT_EQ(CountLineFeeds("\n"), 1u);
@@ -70,6 +81,9 @@ TEST(ByteSearchTest, AgreesWithAPlainWalkOnRandomText) {
     ASSERT_EQ(FindParenthesis(text, from), paren) << round;
     ASSERT_EQ(FindEitherByte(text, from, '[', ']'), bracket) << round;
     ASSERT_EQ(CountLineFeeds(text), lineFeeds) << round;
+    for (std::string_view needle : {"()", "(\n(", "[[", "a()a", "()[]\n\xa8\xa9\x08", ")"}) {
+      ASSERT_EQ(FindText(text, needle, from), text.find(needle, from)) << round << " " << needle;
+    }
   }
 }
 
