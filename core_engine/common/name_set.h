@@ -60,7 +60,12 @@ inline std::uint64_t FoldedTableHash(std::string_view name) noexcept {
   }
   if (left > 0) {
     std::uint64_t word = 0;
-    std::memcpy(&word, bytes, left);
+    if (name.size() >= 8) {
+      // The last eight bytes, some of them hashed already: one fixed load.
+      std::memcpy(&word, name.data() + name.size() - 8, 8);
+    } else {
+      for (std::size_t k = 0; k < left; ++k) word |= std::uint64_t{static_cast<unsigned char>(bytes[k])} << (8 * k);
+    }
     hash = (hash ^ (word | kCaseBits)) * kMultiplier;
     hash ^= hash >> 29;
   }
@@ -99,7 +104,7 @@ class FoldedNameTable {
     for (std::size_t s = Home(hash);; s = (s + 1) & (slots_.size() - 1)) {
       const Slot& slot = slots_[s];
       if (slot.index == 0) return kAbsent;
-      if (slot.tag == tag && NameEqual{}(KeyOf{}(entries_[slot.index - 1]), name)) return slot.index - 1;
+      if (slot.tag == tag && SameName(KeyOf{}(entries_[slot.index - 1]), name)) return slot.index - 1;
     }
   }
 
@@ -118,13 +123,19 @@ class FoldedNameTable {
         slot.tag = tag;
         return {entries_.size() - 1, true};
       }
-      if (slot.tag == tag && NameEqual{}(KeyOf{}(entries_[slot.index - 1]), name)) return {slot.index - 1, false};
+      if (slot.tag == tag && SameName(KeyOf{}(entries_[slot.index - 1]), name)) return {slot.index - 1, false};
     }
   }
 
   std::vector<Entry> entries_;
 
  private:
+  // NameEqual, answered by one byte comparison when the spellings agree, as
+  // most repeated uses of a name do.
+  static bool SameName(std::string_view key, std::string_view name) {
+    return key.size() == name.size() && (key == name || NameEqual{}(key, name));
+  }
+
   struct Slot {
     std::uint32_t index = 0;  // entry index + 1; 0 for an empty slot
     std::uint32_t tag = 0;    // the low half of the name's hash

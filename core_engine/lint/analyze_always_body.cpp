@@ -45,7 +45,7 @@ void CollectTargets(std::string_view text, AlwaysBlock& block) {
       ++i;
       while (i < text.size() && IsSpaceByte(text[i])) ++i;
       if (i < text.size() && text[i] == '=') return;
-    } else if (text.compare(i, 2, "<=") != 0) {
+    } else if (i + 1 >= text.size() || text[i] != '<' || text[i + 1] != '=') {
       return;
     }
     std::string_view name = text.substr(begin, end - begin);
@@ -120,7 +120,7 @@ std::vector<std::size_t> CaseEnds(std::string_view work, const std::vector<std::
       ++waitingCount;
     }
     if (next == starts.size() && waitingCount == 0) break;
-    if (work.compare(i, 4, "case") == 0 && IsWordBoundary(work, i + 4)) {
+    if (work[i] == 'c' && work.compare(i, 4, "case") == 0 && IsWordBoundary(work, i + 4)) {
       ++level;
     } else if (HasWordAtIgnoreCase(work, i, kEndcase) && IsWordBoundary(work, i + kEndcase.size())) {
       --level;

@@ -81,7 +81,7 @@ class ParameterMatcher {
     const std::size_t valueStart = SkipSpaces(equals + 1);
     if (valueStart < text_.size() && text_[valueStart] != ';' && text_[valueStart] != ',') {
       match.valueBegin = valueStart;
-      match.valueEnd = text_.find_first_of(";,", valueStart);
+      match.valueEnd = FindEitherByte(text_, valueStart, ';', ',');
       if (match.valueEnd == kNone) match.valueEnd = text_.size();
       return match;
     }

@@ -177,7 +177,7 @@ void ScanAssignments(std::string_view text, std::string_view op, std::uint32_t s
     Target target = TargetBefore(text, q, brackets);
     if (target.name.empty() || IsKeyword(target.name) || IsNumberToken(target.name)) continue;
     if (!stopKnown || stop < q) {
-      stop = text.find_first_of(";\n", q);
+      stop = FindEitherByte(text, q, ';', '\n');
       stopKnown = true;
       sharedEnd.Reset(stop == kNoPosition ? text.size() : stop);
     }
