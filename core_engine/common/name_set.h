@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <initializer_list>
 #include <stdexcept>
 #include <string>
@@ -41,6 +42,36 @@ struct NameEqual {
   }
 };
 
+// The hash of the name tables, eight bytes at a time. Every byte is taken
+// with bit 0x20 set, which is all that ASCII case changes, so names that
+// NameEqual holds equal hash alike; the few other bytes it merges only share
+// a hash. Its value decides nothing but where a table probes.
+inline std::uint64_t FoldedTableHash(std::string_view name) noexcept {
+  constexpr std::uint64_t kCaseBits = 0x2020202020202020ull;
+  constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15ull;
+  std::uint64_t hash = name.size();
+  const char* bytes = name.data();
+  std::size_t left = name.size();
+  for (; left >= 8; left -= 8, bytes += 8) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes, 8);
+    hash = (hash ^ (word | kCaseBits)) * kMultiplier;
+    hash ^= hash >> 29;
+  }
+  if (left > 0) {
+    std::uint64_t word = 0;
+    if (name.size() >= 8) {
+      // The last eight bytes, some of them hashed already: one fixed load.
+      std::memcpy(&word, name.data() + name.size() - 8, 8);
+    } else {
+      for (std::size_t k = 0; k < left; ++k) word |= std::uint64_t{static_cast<unsigned char>(bytes[k])} << (8 * k);
+    }
+    hash = (hash ^ (word | kCaseBits)) * kMultiplier;
+    hash ^= hash >> 29;
+  }
+  return hash;
+}
+
 // An open-addressing table of entries keyed by name, kept in insertion order.
 // Lint calls look names up once per identifier of the text, so the table
 // avoids a node per entry and a division per probe: slots hold an entry index
@@ -68,12 +99,12 @@ class FoldedNameTable {
 
   std::size_t IndexOf(std::string_view name) const {
     if (slots_.empty()) return kAbsent;
-    const std::uint64_t hash = NameHash{}(name);
+    const std::uint64_t hash = FoldedTableHash(name);
     const std::uint32_t tag = static_cast<std::uint32_t>(hash);
     for (std::size_t s = Home(hash);; s = (s + 1) & (slots_.size() - 1)) {
       const Slot& slot = slots_[s];
       if (slot.index == 0) return kAbsent;
-      if (slot.tag == tag && NameEqual{}(KeyOf{}(entries_[slot.index - 1]), name)) return slot.index - 1;
+      if (slot.tag == tag && SameName(KeyOf{}(entries_[slot.index - 1]), name)) return slot.index - 1;
     }
   }
 
@@ -82,7 +113,7 @@ class FoldedNameTable {
   template <typename Make>
   std::pair<std::size_t, bool> FindOrAdd(std::string_view name, Make&& make) {
     if ((entries_.size() + 1) * 2 > slots_.size()) Grow();
-    const std::uint64_t hash = NameHash{}(name);
+    const std::uint64_t hash = FoldedTableHash(name);
     const std::uint32_t tag = static_cast<std::uint32_t>(hash);
     for (std::size_t s = Home(hash);; s = (s + 1) & (slots_.size() - 1)) {
       Slot& slot = slots_[s];
@@ -92,20 +123,26 @@ class FoldedNameTable {
         slot.tag = tag;
         return {entries_.size() - 1, true};
       }
-      if (slot.tag == tag && NameEqual{}(KeyOf{}(entries_[slot.index - 1]), name)) return {slot.index - 1, false};
+      if (slot.tag == tag && SameName(KeyOf{}(entries_[slot.index - 1]), name)) return {slot.index - 1, false};
     }
   }
 
   std::vector<Entry> entries_;
 
  private:
+  // NameEqual, answered by one byte comparison when the spellings agree, as
+  // most repeated uses of a name do.
+  static bool SameName(std::string_view key, std::string_view name) {
+    return key.size() == name.size() && (key == name || NameEqual{}(key, name));
+  }
+
   struct Slot {
     std::uint32_t index = 0;  // entry index + 1; 0 for an empty slot
     std::uint32_t tag = 0;    // the low half of the name's hash
   };
 
-  // Multiplicative spreading, as the name hash leaves its low bits to the
-  // last bytes of the name.
+  // Multiplicative spreading: the home slot comes from the high bits of the
+  // product, where every bit of the hash has had its effect.
   std::size_t Home(std::uint64_t hash) const {
     return static_cast<std::size_t>((hash * 0x9E3779B97F4A7C15ull) >> shift_);
   }
@@ -116,7 +153,7 @@ class FoldedNameTable {
     shift_ = 64;
     for (std::size_t c = capacity; c > 1; c >>= 1) --shift_;
     for (std::size_t i = 0; i < entries_.size(); ++i) {
-      const std::uint64_t hash = NameHash{}(KeyOf{}(entries_[i]));
+      const std::uint64_t hash = FoldedTableHash(KeyOf{}(entries_[i]));
       std::size_t s = Home(hash);
       while (slots_[s].index != 0) s = (s + 1) & (capacity - 1);
       slots_[s].index = static_cast<std::uint32_t>(i + 1);

@@ -28,31 +28,39 @@ std::string_view WorkCopy(std::string_view body) {
   return body;
 }
 
-// Counts the matches of "(\w+)\s*<=" or "(\w+)\s*=\s*(?!\s*=)" over `text`.
-// Every match begins at the start of a maximal word run, and no run lies
-// inside another match, so each run is tested on its own.
-void CollectTargets(std::string_view text, bool blocking, AlwaysBlock& block,
-                    std::unordered_set<std::string_view>& assigned) {
+// Counts the matches of "(\w+)\s*<=" over `text`, then those of
+// "(\w+)\s*=\s*(?!\s*=)", and lists the targets in that order. Every match
+// begins at the start of a maximal word run, and no run lies inside another
+// match, so each run is tested on its own; a run is followed by "<" or "="
+// but not both, so one walk finds the matches of both and the blocking ones
+// wait until the others are listed.
+void CollectTargets(std::string_view text, AlwaysBlock& block) {
+  std::unordered_set<std::string_view> assigned;
+  std::vector<std::string_view> blockingTargets;
   ForEachWordRun(text, [&](std::size_t begin, std::size_t end) {
     std::size_t i = end;
     while (i < text.size() && IsSpaceByte(text[i])) ++i;
+    const bool blocking = i < text.size() && text[i] == '=';
     if (blocking) {
-      if (i >= text.size() || text[i] != '=') return;
       ++i;
       while (i < text.size() && IsSpaceByte(text[i])) ++i;
       if (i < text.size() && text[i] == '=') return;
-    } else if (text.compare(i, 2, "<=") != 0) {
+    } else if (i + 1 >= text.size() || text[i] != '<' || text[i + 1] != '=') {
       return;
     }
     std::string_view name = text.substr(begin, end - begin);
     if (IsKeyword(name)) return;
-    if (assigned.insert(name).second) block.assignedSignals.emplace_back(name);
     if (blocking) {
-      ++block.blockingCount;
-    } else {
-      ++block.nonBlockingCount;
+      blockingTargets.push_back(name);
+      return;
     }
+    if (assigned.insert(name).second) block.assignedSignals.emplace_back(name);
+    ++block.nonBlockingCount;
   });
+  for (std::string_view name : blockingTargets) {
+    if (assigned.insert(name).second) block.assignedSignals.emplace_back(name);
+    ++block.blockingCount;
+  }
 }
 
 void AddLatchReason(AlwaysBlock& block, std::string_view reason) {
@@ -112,7 +120,7 @@ std::vector<std::size_t> CaseEnds(std::string_view work, const std::vector<std::
       ++waitingCount;
     }
     if (next == starts.size() && waitingCount == 0) break;
-    if (work.compare(i, 4, "case") == 0 && IsWordBoundary(work, i + 4)) {
+    if (work[i] == 'c' && work.compare(i, 4, "case") == 0 && IsWordBoundary(work, i + 4)) {
       ++level;
     } else if (HasWordAtIgnoreCase(work, i, kEndcase) && IsWordBoundary(work, i + kEndcase.size())) {
       --level;
@@ -163,9 +171,7 @@ void AnalyzeAlwaysBody(std::string_view body, AlwaysBlock& block, std::uint32_t 
 
   const std::string unparenthesized = StripParenthesized(work);
   const std::string bare = StripBracketed(unparenthesized);
-  std::unordered_set<std::string_view> assigned;
-  CollectTargets(bare, /*blocking=*/false, block, assigned);
-  CollectTargets(bare, /*blocking=*/true, block, assigned);
+  CollectTargets(bare, block);
 
   if (block.isCombinational) {
     CheckIfElseBalance(work, block);

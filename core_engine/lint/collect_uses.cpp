@@ -11,11 +11,10 @@ void CollectUses(const std::vector<ContAssign>& assigns, const std::vector<Alway
     RecordUses(assign.rhs, static_cast<std::int32_t>(assign.line), firstUseLine);
   }
   for (const AlwaysBlock& block : alwaysBlocks) {
-    const std::string sensitivity = StripSizedLiterals(block.sensitivity);
     const auto line = static_cast<std::int32_t>(block.startLine);
-    ForEachIdentifier(sensitivity, [&firstUseLine, line](std::string_view identifier) {
+    ForEachIdentifierOutsideSizedLiterals(block.sensitivity, [&firstUseLine, line](std::string_view identifier) {
       // Edge words are keywords already; the explicit test is kept.
-      if (IsKeyword(identifier) || IsNumberToken(identifier) || identifier == "posedge" || identifier == "negedge") {
+      if (IsKeyword(identifier) || identifier == "posedge" || identifier == "negedge") {
         return;
       }
       RecordFirstUse(firstUseLine, identifier, line);

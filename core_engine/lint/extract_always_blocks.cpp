@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "common/byte_search.h"
 #include "lint/always_analysis.h"
 #include "lint/steps.h"
 #include "lint/word_scan.h"
@@ -26,8 +27,7 @@ class LineIndex {
     std::size_t lines = 0;
     for (std::size_t chunk = 0; chunk < text.size(); chunk += kChunk) {
       chunkLines_.push_back(lines);
-      std::string_view piece = text.substr(chunk, kChunk);
-      lines += static_cast<std::size_t>(std::count(piece.begin(), piece.end(), '\n'));
+      lines += CountLineFeeds(text.substr(chunk, kChunk));
     }
     chunkLines_.push_back(lines);
   }
@@ -36,8 +36,7 @@ class LineIndex {
   std::uint32_t LineAt(std::size_t pos) const {
     pos = std::min(pos, text_.size());
     std::size_t chunk = pos / kChunk;
-    std::string_view piece = text_.substr(chunk * kChunk, pos - chunk * kChunk);
-    std::size_t lines = chunkLines_[chunk] + static_cast<std::size_t>(std::count(piece.begin(), piece.end(), '\n'));
+    std::size_t lines = chunkLines_[chunk] + CountLineFeeds(text_.substr(chunk * kChunk, pos - chunk * kChunk));
     return static_cast<std::uint32_t>(lines);
   }
 
@@ -64,12 +63,13 @@ bool IsAlwaysKeyword(std::string_view word) {
 // One candidate per match of "\balways(_(comb|ff|latch))?\b" (ignoring case)
 // that has an "@" and then a "(" somewhere after it. Both searches move
 // forward with the keywords, and once one fails it fails for all later ones.
+// Every keyword spelling holds a "y", so only the word runs with one are read.
 std::vector<Candidate> FindCandidates(std::string_view text) {
   std::vector<Candidate> candidates;
   std::size_t at = kNoPosition;
   std::size_t open = kNoPosition;
   bool exhausted = false;
-  ForEachWordRun(text, [&](std::size_t begin, std::size_t end) {
+  ForEachWordRunHolding(text, 'y', 'Y', [&](std::size_t begin, std::size_t end) {
     if (exhausted || !IsAlwaysKeyword(text.substr(begin, end - begin))) return;
     if (at == kNoPosition || at < begin) {
       at = text.find('@', begin);
@@ -104,11 +104,12 @@ std::vector<std::size_t> MatchClosers(std::string_view text, const std::vector<s
   std::vector<Waiting> waiting;
   std::size_t next = 0;
   long long level = 0;
-  for (std::size_t i = opens.front(); i < text.size(); ++i) {
+  // Every open is a "(", so the walk can go from parenthesis to parenthesis.
+  for (std::size_t i = FindParenthesis(text, opens.front()); i != kNoPosition; i = FindParenthesis(text, i + 1)) {
     if (next < opens.size() && opens[next] == i) waiting.push_back({level, next++});
     if (text[i] == '(') {
       ++level;
-    } else if (text[i] == ')') {
+    } else {
       --level;
       if (!waiting.empty() && waiting.back().level == level) {
         closers[waiting.back().index] = i;
@@ -136,7 +137,9 @@ std::size_t BodyStartAfter(std::string_view text, std::size_t close) {
 // 0, or the end of the text. The words are those of "\bbegin\b|\bend\b"
 // (ignoring case); exactly "begin", "Begin" and "BEGIN" count up, every other
 // spelling counts down. A body waits under the running level it started at,
-// and a word that falls to that level ends it.
+// and a word that falls to that level ends it. Both words hold an "n", and
+// only they change the level, so the runs without one are passed over: a
+// body that starts among them waits under the same level either way.
 std::vector<std::size_t> BeginEndBodyEnds(std::string_view text, const std::vector<std::size_t>& starts) {
   std::vector<std::size_t> ends(starts.size(), text.size());
   std::unordered_map<long long, std::vector<std::size_t>> waiting;
@@ -152,7 +155,7 @@ std::vector<std::size_t> BeginEndBodyEnds(std::string_view text, const std::vect
       ++waitingCount;
     }
   };
-  ForEachWordRun(rest, [&](std::size_t begin, std::size_t end) {
+  ForEachWordRunHolding(rest, 'n', 'N', [&](std::size_t begin, std::size_t end) {
     if (done) return;
     enter(offset + begin);
     if (next == starts.size() && waitingCount == 0) {

@@ -1,6 +1,7 @@
 #include <cstddef>
 #include <string>
 
+#include "common/byte_search.h"
 #include "lint/identifiers.h"
 #include "lint/line_counter.h"
 #include "lint/steps.h"
@@ -86,7 +87,7 @@ std::vector<ContAssign> ExtractContinuousAssigns(std::string_view text) {
   LineCounter lines(text);
   std::size_t pos = 0;
   for (;;) {
-    const std::size_t p = text.find(kAssignWord, pos);
+    const std::size_t p = FindText(text, kAssignWord, pos);
     if (p == kNone) return assigns;
     pos = p + kAssignWord.size();
     // Part of a longer word ("deassign", "assignment", "assign_x", "assign(").

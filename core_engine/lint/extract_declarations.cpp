@@ -1,8 +1,10 @@
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 
-#include "common/pattern.h"
+#include "common/byte_search.h"
 #include "common/text_utils.h"
 #include "lint/identifiers.h"
 #include "lint/steps.h"
@@ -11,24 +13,86 @@
 namespace quill {
 namespace {
 
-struct DeclarationPatterns {
-  Pattern kDeclLinePattern{R"(^\s*(input|output|inout|wire|reg|logic)\b\s+(.+))", CaseMode::kIgnoreCase};
-  Pattern kDeclTypePattern{R"(^(wire|reg|logic)\s+)", CaseMode::kIgnoreCase};
-  Pattern kDeclSignPattern{R"(^(signed|unsigned)\s+)", CaseMode::kIgnoreCase};
-  Pattern kDeclRangePattern{R"(^(\[[^\]]*\])\s*)"};
-  Pattern kDeclKeywordStartPattern{R"(^(input|output|inout|wire|reg|logic)\b)", CaseMode::kIgnoreCase};
-};
+// The heads of a declaration are read by hand, each as its pattern (all
+// ignoring case) would match it. A pattern's word alternatives are followed
+// by \b or \s, so the word must be the whole word run; no part can give
+// bytes back to a later one except where noted.
 
-const DeclarationPatterns& CompiledPatterns() {
-  static const DeclarationPatterns patterns;
-  return patterns;
+std::size_t WordRunEnd(std::string_view s, std::size_t pos) {
+  while (pos < s.size() && IsWordByte(s[pos])) ++pos;
+  return pos;
+}
+
+std::size_t SpaceRunEnd(std::string_view s, std::size_t pos) {
+  while (pos < s.size() && IsSpaceByte(s[pos])) ++pos;
+  return pos;
+}
+
+bool IsDeclarationKeyword(std::string_view word) {
+  return IsOneOfIgnoringCase(word, {"input", "output", "inout", "wire", "reg", "logic"});
+}
+
+// "^\s*(input|output|inout|wire|reg|logic)\b\s+(.+)" on a line without LF,
+// where "." takes any byte but CR and LF: the keyword and capture 2, or
+// false. When only white space follows the keyword, \s+ gives bytes back
+// from its end until ".+" can start on one that is not a CR.
+bool MatchDeclarationLine(std::string_view line, std::string_view* keyword, std::string_view* rest) {
+  const std::size_t wordStart = SpaceRunEnd(line, 0);
+  const std::size_t wordEnd = WordRunEnd(line, wordStart);
+  if (!IsDeclarationKeyword(line.substr(wordStart, wordEnd - wordStart))) return false;
+  std::size_t restStart = SpaceRunEnd(line, wordEnd);
+  if (restStart == wordEnd) return false;
+  if (restStart == line.size()) {
+    do {
+      --restStart;
+    } while (restStart > wordEnd && line[restStart] == '\r');
+    if (restStart == wordEnd) return false;
+  }
+  const std::size_t carriageReturn = line.find('\r', restStart);
+  *rest = line.substr(restStart, carriageReturn == std::string_view::npos ? line.size() - restStart
+                                                                          : carriageReturn - restStart);
+  *keyword = line.substr(wordStart, wordEnd - wordStart);
+  return true;
+}
+
+// "^(words)\s+" for one of `words` (lower case): the word, with `rest` moved
+// past the white space; or empty, `rest` unchanged.
+std::string_view TakeLeadingWord(std::string_view& rest, std::initializer_list<std::string_view> words) {
+  const std::size_t wordEnd = WordRunEnd(rest, 0);
+  if (wordEnd == rest.size() || !IsSpaceByte(rest[wordEnd]) || !IsOneOfIgnoringCase(rest.substr(0, wordEnd), words)) {
+    return {};
+  }
+  const std::string_view word = rest.substr(0, wordEnd);
+  rest.remove_prefix(SpaceRunEnd(rest, wordEnd));
+  return word;
+}
+
+// "^(\[[^\]]*\])\s*": the bracketed range, with `rest` moved past it and the
+// white space after it; or empty, `rest` unchanged.
+std::string_view TakeLeadingRange(std::string_view& rest) {
+  if (rest.empty() || rest[0] != '[') return {};
+  const std::size_t close = rest.find(']', 1);
+  if (close == std::string_view::npos) return {};
+  const std::string_view range = rest.substr(0, close + 1);
+  rest.remove_prefix(SpaceRunEnd(rest, close + 1));
+  return range;
+}
+
+// "^(input|output|inout|wire|reg|logic)\b".
+bool StartsWithDeclarationKeyword(std::string_view s) {
+  return IsDeclarationKeyword(s.substr(0, WordRunEnd(s, 0)));
 }
 
 constexpr std::string_view kTrimmed = " \t\r";
 
+// As s.find_first_not_of(chars), with a loop over the few bytes of `chars`
+// instead of a search call per byte.
 std::string_view TrimLeftOf(std::string_view s, std::string_view chars) {
-  const std::size_t start = s.find_first_not_of(chars);
-  return start == std::string_view::npos ? std::string_view() : s.substr(start);
+  std::size_t start = 0;
+  while (start < s.size() && std::any_of(chars.begin(), chars.end(), [c = s[start]](char x) { return x == c; })) {
+    ++start;
+  }
+  return start == s.size() ? std::string_view() : s.substr(start);
 }
 
 std::string_view TrimOf(std::string_view s, std::string_view chars) {
@@ -36,7 +100,14 @@ std::string_view TrimOf(std::string_view s, std::string_view chars) {
 }
 
 bool HasTerminator(std::string_view s) {
-  return s.find_first_of(";)") != std::string_view::npos;
+  return FindEitherByte(s, 0, ';', ')') != std::string_view::npos;
+}
+
+// TrimRightOf(s, "\r"), without the search of a set per byte.
+std::string_view WithoutTrailingCarriageReturns(std::string_view s) {
+  std::size_t end = s.size();
+  while (end > 0 && s[end - 1] == '\r') --end;
+  return end == 0 ? std::string_view() : s.substr(0, end);
 }
 
 // The lines of the text split at each LF, each without its trailing CRs,
@@ -49,7 +120,7 @@ class LineCursor {
     if (done_) return false;
     const std::size_t end = text_.find('\n', next_);
     const std::size_t stop = end == std::string_view::npos ? text_.size() : end;
-    *line = TrimRightOf(text_.substr(next_, stop - next_), "\r");
+    *line = WithoutTrailingCarriageReturns(text_.substr(next_, stop - next_));
     previous_ = next_;
     next_ = stop + 1;
     done_ = end == std::string_view::npos;
@@ -100,18 +171,6 @@ std::string RemoveBracketGroups(std::string_view s) {
   }
 }
 
-// Whether the first byte after leading white space can begin one of the
-// declaration keywords; the line pattern is only tried where it can.
-bool MayStartDeclaration(std::string_view line) {
-  std::size_t i = 0;
-  while (i < line.size() && IsSpaceByte(line[i])) ++i;
-  if (i == line.size()) return false;
-  switch (FoldAscii(line[i])) {
-    case 'i': case 'o': case 'w': case 'r': case 'l': return true;
-    default: return false;
-  }
-}
-
 SignalKind KindOf(std::string_view keyword, std::string_view type) {
   if (keyword == "input") return SignalKind::kInput;
   if (keyword == "output") return SignalKind::kOutput;
@@ -128,27 +187,24 @@ SignalKind KindOf(std::string_view keyword, std::string_view type) {
 
 std::vector<SignalDecl> ExtractDeclarations(std::string_view text) {
   std::vector<SignalDecl> signals;
-  const DeclarationPatterns& patterns = CompiledPatterns();
   LineCursor lines(text);
   std::string_view line;
-  Match match;
+  std::string_view keywordText;
+  std::string_view rest;
   while (lines.Next(&line)) {
-    if (!MayStartDeclaration(line) || !patterns.kDeclLinePattern.Search(line, &match)) continue;
-    const std::string keyword = ToLowerAscii(match.Group(1));
-    std::string_view rest = TrimRightOf(match.Group(2), " \r\t");
+    if (!MatchDeclarationLine(line, &keywordText, &rest)) continue;
+    const std::string keyword = ToLowerAscii(keywordText);
+    rest = TrimRightOf(rest, " \r\t");
     const auto declLine = static_cast<std::uint32_t>(lines.Number());
 
     std::string type;
-    if (patterns.kDeclTypePattern.Search(rest, &match)) {
-      type = ToLowerAscii(match.Group(1));
-      rest = TrimLeftOf(rest.substr(match.End()), kTrimmed);
+    const std::string_view typeWord = TakeLeadingWord(rest, {"wire", "reg", "logic"});
+    if (!typeWord.empty()) {
+      type = ToLowerAscii(typeWord);
+      rest = TrimLeftOf(rest, kTrimmed);
     }
-    if (patterns.kDeclSignPattern.Search(rest, &match)) rest = rest.substr(match.End());
-    std::string range;
-    if (patterns.kDeclRangePattern.Search(rest, &match)) {
-      range = match.Str(1);
-      rest = rest.substr(match.End());
-    }
+    TakeLeadingWord(rest, {"signed", "unsigned"});
+    const std::string range(TakeLeadingRange(rest));
 
     // A declaration without ";" or ")" continues on the following lines
     // until one of them starts a new declaration.
@@ -157,7 +213,7 @@ std::vector<SignalDecl> ExtractDeclarations(std::string_view text) {
     std::string_view following;
     while (!closed && lines.Next(&following)) {
       const std::string_view next = TrimOf(following, kTrimmed);
-      if (patterns.kDeclKeywordStartPattern.Search(next)) {
+      if (StartsWithDeclarationKeyword(next)) {
         lines.Unread();
         break;
       }

@@ -10,9 +10,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
+#include "common/byte_search.h"
 #include "common/pattern.h"
 #include "lint/identifiers.h"
 #include "lint/line_counter.h"
@@ -47,8 +49,9 @@ bool StartsNoInstance(std::string_view line) {
 
 // The number of leading blanks (space, TAB, CR, LF) of the line.
 std::size_t LeadingBlanks(std::string_view line) {
-  const std::size_t start = line.find_first_not_of(" \t\r\n");
-  return start == kNone ? line.size() : start;
+  std::size_t start = 0;
+  while (start < line.size() && IsBlankByte(line[start])) ++start;
+  return start;
 }
 
 // "^(\w+)\s+#\s*\(": the end of the type word and the position of the "(",
@@ -87,7 +90,9 @@ std::vector<std::size_t> BalancingParentheses(std::string_view text, const std::
   std::vector<std::pair<std::int64_t, std::size_t>> pending;  // depth before the "(", index in `opens`
   std::int64_t depth = 0;
   std::size_t next = 0;
-  for (std::size_t i = 0; i < text.size() && (next < opens.size() || !pending.empty()); ++i) {
+  // Only parentheses change anything, so the walk goes from one to the next.
+  for (std::size_t i = FindParenthesis(text, 0); i != kNone && (next < opens.size() || !pending.empty());
+       i = FindParenthesis(text, i + 1)) {
     if (text[i] == '(') {
       if (next < opens.size() && opens[next] == i) pending.emplace_back(depth, next++);
       ++depth;
@@ -166,26 +171,43 @@ struct InstanceHead {
   std::size_t connections = 0;  // position in the text where the connections start
 };
 
+// What the finder reads of a line before it looks for an instance there.
+struct LineHead {
+  bool startsNoInstance = false;
+  std::size_t offset = 0;   // leading blanks
+  std::size_t typeEnd = 0;  // of an override head, as MatchOverrideHead
+  std::size_t open = kNone;
+};
+
 class InstanceFinder {
  public:
-  InstanceFinder(std::string_view text, const std::vector<Line>& lines) : text_(text) {
-    for (const Line& line : lines) {
+  // Every line is read once here: the override heads of all lines are
+  // needed first, and the same reading then serves Find.
+  InstanceFinder(std::string_view text, const std::vector<Line>& lines) : text_(text), lines_(lines) {
+    heads_.resize(lines.size());
+    for (std::size_t k = 0; k < lines.size(); ++k) {
+      const Line& line = lines[k];
+      LineHead& lineHead = heads_[k];
       const std::string_view content = text.substr(line.start, line.end - line.start);
-      if (StartsNoInstance(content)) continue;
-      const std::size_t offset = LeadingBlanks(content);
-      const std::size_t open = MatchOverrideHead(content.substr(offset)).second;
-      if (open != kNone) overrideOpens_.push_back(line.start + offset + open);
+      lineHead.startsNoInstance = StartsNoInstance(content);
+      if (lineHead.startsNoInstance) continue;
+      lineHead.offset = LeadingBlanks(content);
+      std::tie(lineHead.typeEnd, lineHead.open) = MatchOverrideHead(content.substr(lineHead.offset));
+      if (lineHead.open != kNone) overrideOpens_.push_back(line.start + lineHead.offset + lineHead.open);
     }
     overrideCloses_ = BalancingParentheses(text, overrideOpens_);
   }
 
-  // The instance head that starts on `line`, if any.
-  bool Find(const Line& line, InstanceHead* head) {
+  // The instance head that starts on line `k`, if any.
+  bool Find(std::size_t k, InstanceHead* head) {
+    const Line& line = lines_[k];
+    const LineHead& lineHead = heads_[k];
+    if (lineHead.startsNoInstance) return false;
     const std::string_view content = text_.substr(line.start, line.end - line.start);
-    if (StartsNoInstance(content)) return false;
-    const std::size_t offset = LeadingBlanks(content);
+    const std::size_t offset = lineHead.offset;
     const std::string_view trimmed = content.substr(offset);
-    const auto [typeEnd, open] = MatchOverrideHead(trimmed);
+    const std::size_t typeEnd = lineHead.typeEnd;
+    const std::size_t open = lineHead.open;
     if (open != kNone && FindAfterOverride(line.start + offset + open, head)) {
       head->type = trimmed.substr(0, typeEnd);
       return true;
@@ -220,6 +242,8 @@ class InstanceFinder {
   }
 
   std::string_view text_;
+  const std::vector<Line>& lines_;
+  std::vector<LineHead> heads_;
   std::vector<std::size_t> overrideOpens_;
   std::vector<std::size_t> overrideCloses_;
   std::size_t nextOverride_ = 0;
@@ -235,7 +259,7 @@ std::vector<InstanceRecord> ExtractInstances(std::string_view text, NameMap& fir
   std::size_t k = 0;
   while (k < lines.size()) {
     InstanceHead head;
-    if (!finder.Find(lines[k], &head) || IsKeyword(head.type) || IsKeyword(head.name)) {
+    if (!finder.Find(k, &head) || IsKeyword(head.type) || IsKeyword(head.name)) {
       ++k;
       continue;
     }

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 
+#include "common/byte_search.h"
 #include "lint/identifiers.h"
 #include "lint/line_counter.h"
 #include "lint/steps.h"
@@ -80,7 +81,7 @@ class ParameterMatcher {
     const std::size_t valueStart = SkipSpaces(equals + 1);
     if (valueStart < text_.size() && text_[valueStart] != ';' && text_[valueStart] != ',') {
       match.valueBegin = valueStart;
-      match.valueEnd = text_.find_first_of(";,", valueStart);
+      match.valueEnd = FindEitherByte(text_, valueStart, ';', ',');
       if (match.valueEnd == kNone) match.valueEnd = text_.size();
       return match;
     }
@@ -125,13 +126,16 @@ std::vector<ParamDecl> ExtractParameters(std::string_view text) {
   std::vector<ParamDecl> parameters;
   ParameterMatcher matcher(text);
   LineCounter lines(text);
+  // Both keywords hold an "m", so only the word runs with one are read: the
+  // search goes from "m" to "m", and a run is read from its start (or from
+  // the resume position) to its end.
   std::size_t i = 0;
-  while (i < text.size()) {
-    if (!IsWordByte(text[i])) {
-      ++i;
-      continue;
-    }
-    const std::size_t start = i;
+  for (;;) {
+    const std::size_t hit = FindEitherByte(text, i, 'm', 'M');
+    if (hit == kNone) break;
+    std::size_t start = hit;
+    while (start > i && IsWordByte(text[start - 1])) --start;
+    i = hit;
     while (i < text.size() && IsWordByte(text[i])) ++i;
     // A word run that begins at the resume position may continue one that
     // started before it; "\b" then fails.

@@ -1,6 +1,5 @@
 #include "lint/identifiers.h"
 
-#include "common/pattern.h"
 #include "lint/keyword_set.h"
 
 namespace quill {
@@ -49,10 +48,38 @@ bool IsNumberToken(std::string_view word) {
   return base == 'b' || base == 'h' || base == 'd' || base == 'o';
 }
 
+std::size_t SizedLiteralEnd(std::string_view text, std::size_t begin) {
+  std::size_t i = begin;
+  while (i < text.size() && IsDigitByte(text[i])) ++i;
+  if (i == begin) return begin;
+  while (i < text.size() && IsSpaceByte(text[i])) ++i;
+  if (i == text.size() || text[i] != '\'') return begin;
+  ++i;
+  while (i < text.size() && IsSpaceByte(text[i])) ++i;
+  if (i == text.size()) return begin;
+  const char base = FoldAscii(text[i]);
+  if (base != 'b' && base != 'h' && base != 'd' && base != 'o') return begin;
+  ++i;
+  while (i < text.size() && IsSpaceByte(text[i])) ++i;
+  if (i == text.size() || !IsWordByte(text[i])) return begin;
+  while (i < text.size() && IsWordByte(text[i])) ++i;
+  return i;
+}
+
 std::string StripSizedLiterals(std::string_view text) {
-  if (text.find('\'') == std::string_view::npos) return std::string(text);
-  static const Pattern kSizedLiteralPattern(R"(\b\d+\s*'\s*[bhdoBHDO]\s*\w+)", CaseMode::kIgnoreCase);
-  return kSizedLiteralPattern.ReplaceAll(text, " ");
+  std::string stripped;
+  stripped.reserve(text.size());
+  std::size_t copied = 0;
+  ForEachWordRun(text, [&](std::size_t begin, std::size_t) {
+    if (begin < copied || !IsDigitByte(text[begin])) return;
+    const std::size_t end = SizedLiteralEnd(text, begin);
+    if (end == begin) return;
+    stripped.append(text, copied, begin - copied);
+    stripped.push_back(' ');
+    copied = end;
+  });
+  stripped.append(text, copied, std::string_view::npos);
+  return stripped;
 }
 
 std::string LeadingWord(std::string_view text) {
@@ -64,18 +91,14 @@ std::string LeadingWord(std::string_view text) {
 }
 
 void RecordFirstUse(NameMap& firstUseLine, std::string_view name, std::int32_t line) {
-  auto found = firstUseLine.find(name);
-  if (found == firstUseLine.end()) {
-    firstUseLine.emplace(std::string(name), line);
-  } else if (line < found->second) {
-    found->second = line;
-  }
+  auto [entry, added] = firstUseLine.emplace(name, line);
+  if (!added && line < entry->second) entry->second = line;
 }
 
 void RecordUses(std::string_view text, std::int32_t line, NameMap& firstUseLine) {
-  const std::string stripped = StripSizedLiterals(text);
-  ForEachIdentifier(stripped, [&firstUseLine, line](std::string_view identifier) {
-    if (IsKeyword(identifier) || IsNumberToken(identifier)) return;
+  // An identifier never starts with a digit, so none is a number token.
+  ForEachIdentifierOutsideSizedLiterals(text, [&firstUseLine, line](std::string_view identifier) {
+    if (IsKeyword(identifier)) return;
     RecordFirstUse(firstUseLine, identifier, line);
   });
 }

@@ -42,8 +42,40 @@ std::vector<std::string_view> ExtractIdentifiers(std::string_view text);
 // letter ("8'h").
 bool IsNumberToken(std::string_view word);
 
+// The end of the sized literal "\b\d+\s*'\s*[bhdo]\s*\w+" (ignoring case)
+// whose digits start the word run at `begin`, or `begin` when none does.
+// `begin` must start a word run. Every part of the literal is followed by a
+// byte it cannot take, so the greedy reading is the only one a backtracking
+// matcher could find.
+std::size_t SizedLiteralEnd(std::string_view text, std::size_t begin);
+
 // `text` with every sized literal ("8'hFF", "16 'h ff") replaced by a space.
 std::string StripSizedLiterals(std::string_view text);
+
+// Calls visit(std::string_view) for every identifier of
+// StripSizedLiterals(text), as ForEachIdentifier would, without building the
+// stripped text: a literal starts and ends at a word boundary, so putting a
+// space in its place joins no word runs and the other identifiers stay.
+template <typename Visitor>
+void ForEachIdentifierOutsideSizedLiterals(std::string_view text, Visitor&& visit) {
+  std::size_t i = 0;
+  while (i < text.size()) {
+    if (!IsWordByte(text[i])) {
+      ++i;
+      continue;
+    }
+    const std::size_t start = i;
+    if (IsDigitByte(text[start])) {
+      const std::size_t literalEnd = SizedLiteralEnd(text, start);
+      if (literalEnd != start) {
+        i = literalEnd;
+        continue;
+      }
+    }
+    while (i < text.size() && IsWordByte(text[i])) ++i;
+    if (!IsDigitByte(text[start])) visit(text.substr(start, i - start));
+  }
+}
 
 // The first word of `text` after leading space, TAB and CR, or "".
 std::string LeadingWord(std::string_view text);

@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "common/byte_search.h"
+
 namespace quill {
 
 class LineCounter {
@@ -19,17 +21,15 @@ class LineCounter {
   std::uint32_t LineAt(std::size_t pos) {
     pos = std::min(pos, text_.size());
     if (pos >= pos_) {
-      lines_ += static_cast<std::size_t>(std::count(text_.begin() + Offset(pos_), text_.begin() + Offset(pos), '\n'));
+      lines_ += CountLineFeeds(text_.substr(pos_, pos - pos_));
     } else {
-      lines_ -= static_cast<std::size_t>(std::count(text_.begin() + Offset(pos), text_.begin() + Offset(pos_), '\n'));
+      lines_ -= CountLineFeeds(text_.substr(pos, pos_ - pos));
     }
     pos_ = pos;
     return static_cast<std::uint32_t>(lines_);
   }
 
  private:
-  static std::ptrdiff_t Offset(std::size_t pos) { return static_cast<std::ptrdiff_t>(pos); }
-
   std::string_view text_;
   std::size_t pos_ = 0;
   std::size_t lines_ = 0;

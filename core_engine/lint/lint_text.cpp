@@ -1,6 +1,5 @@
 #include "lint/lint_text.h"
 
-#include <algorithm>
 #include <exception>
 #include <optional>
 
@@ -38,7 +37,9 @@ std::string ExceptionReport(const char* description) {
 
 std::string PrepareText(std::string_view source) {
   std::string prepared = StripComments(source);
-  std::replace(prepared.begin(), prepared.end(), '\t', ' ');
+  for (std::size_t tab = prepared.find('\t'); tab != std::string::npos; tab = prepared.find('\t', tab + 1)) {
+    prepared[tab] = ' ';
+  }
   return prepared;
 }
 

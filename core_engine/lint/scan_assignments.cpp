@@ -1,6 +1,7 @@
 #include <memory>
 #include <unordered_map>
 
+#include "common/byte_search.h"
 #include "lint/always_analysis.h"
 #include "lint/identifiers.h"
 #include "lint/word_scan.h"
@@ -12,20 +13,21 @@ constexpr std::size_t kNoPosition = std::string_view::npos;
 
 // Keeps the bytes at depth zero; the brackets themselves never stay, and an
 // unmatched closer holds the depth below zero until an opener restores it.
+// Only the brackets change the depth, so the walk goes from one to the next
+// and keeps the run before it whole.
 std::string StripNested(std::string_view text, char open, char close) {
-  std::string kept(text.size(), '\0');
-  char* out = kept.data();
+  std::string kept;
+  kept.reserve(text.size());
   long long depth = 0;
-  for (char c : text) {
-    if (c == open) {
-      ++depth;
-    } else if (c == close) {
-      --depth;
-    } else if (depth == 0) {
-      *out++ = c;
-    }
+  std::size_t i = 0;
+  while (i < text.size()) {
+    const std::size_t bracket = FindEitherByte(text, i, open, close);
+    const std::size_t runEnd = bracket == kNoPosition ? text.size() : bracket;
+    if (depth == 0) kept.append(text, i, runEnd - i);
+    if (bracket == kNoPosition) break;
+    depth += text[bracket] == open ? 1 : -1;
+    i = bracket + 1;
   }
-  kept.resize(static_cast<std::size_t>(out - kept.data()));
   return kept;
 }
 
@@ -175,7 +177,7 @@ void ScanAssignments(std::string_view text, std::string_view op, std::uint32_t s
     Target target = TargetBefore(text, q, brackets);
     if (target.name.empty() || IsKeyword(target.name) || IsNumberToken(target.name)) continue;
     if (!stopKnown || stop < q) {
-      stop = text.find_first_of(";\n", q);
+      stop = FindEitherByte(text, q, ';', '\n');
       stopKnown = true;
       sharedEnd.Reset(stop == kNoPosition ? text.size() : stop);
     }

@@ -7,7 +7,8 @@ namespace quill {
 std::string StripComments(std::string_view text) {
   std::string prepared(text);
   const std::size_t length = text.size();
-  std::size_t i = 0;
+  // Only a "/" can start a comment.
+  std::size_t i = text.find('/');
   while (i < length) {
     if (i + 1 < length && text[i] == '/' && text[i + 1] == '*') {
       // "/*/" does not close itself: the close is searched two bytes on. An
@@ -21,7 +22,7 @@ std::string StripComments(std::string_view text) {
       // A line comment blanks a CR before its LF too.
       for (; i < length && text[i] != '\n'; ++i) prepared[i] = ' ';
     } else {
-      ++i;
+      i = text.find('/', i + 1);
     }
   }
   return prepared;

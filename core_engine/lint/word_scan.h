@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include "common/byte_search.h"
 #include "common/char_class.h"
 
 namespace quill {
@@ -45,6 +46,27 @@ void ForEachWordRun(std::string_view text, Visitor&& visit) {
     std::size_t begin = i;
     while (i < text.size() && IsWordByte(text[i])) ++i;
     visit(begin, i);
+  }
+}
+
+// Calls visit(begin, end) for every maximal run of word bytes that holds the
+// letter `a` or `b`, left to right: the runs of ForEachWordRun less those
+// without either. A search for the keywords that all hold one of two rare
+// letters so passes over most of the text eight bytes at a time.
+template <typename Visitor>
+void ForEachWordRunHolding(std::string_view text, char a, char b, Visitor&& visit) {
+  std::size_t from = 0;
+  for (;;) {
+    const std::size_t hit = FindEitherByte(text, from, a, b);
+    if (hit == std::string_view::npos) return;
+    // No word byte lies between `from` and the previous run, so the walk
+    // back stops at the start of the run that holds the hit.
+    std::size_t begin = hit;
+    while (begin > from && IsWordByte(text[begin - 1])) --begin;
+    std::size_t end = hit;
+    while (end < text.size() && IsWordByte(text[end])) ++end;
+    visit(begin, end);
+    from = end;
   }
 }
 

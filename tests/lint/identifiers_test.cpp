@@ -152,6 +152,32 @@ TEST(RecordFirstUseTest, IgnoresCaseAndKeepsFirstSpelling) {
   EXPECT_EQ(uses.begin()->second, -1);
 }
 
+// The hand scan stands for the pattern: the same replacements, and the
+// identifiers left between them are those of the stripped text.
+TEST(StripSizedLiteralsTest, AgreesWithTheSizedLiteralPatternOnRandomText) {
+  const Pattern sizedLiteralPattern(R"(\b\d+\s*'\s*[bhdoBHDO]\s*\w+)", CaseMode::kIgnoreCase);
+  std::mt19937 random(17);
+  const std::string alphabet = "18'hHbdOoxF_ \n\t\v(\xc3";
+  for (int round = 0; round < 20000; ++round) {
+    std::string text(random() % 24, ' ');
+    for (char& c : text) c = alphabet[random() % alphabet.size()];
+    const std::string expected = sizedLiteralPattern.ReplaceAll(text, " ");
+    ASSERT_EQ(StripSizedLiterals(text), expected) << text;
+    Words identifiers;
+    ForEachIdentifierOutsideSizedLiterals(text, [&identifiers](std::string_view word) { identifiers.emplace_back(word); });
+    ASSERT_EQ(identifiers, Identifiers(expected)) << text;
+  }
+}
+
+TEST(SizedLiteralEndTest, Examples) {
+  EXPECT_EQ(SizedLiteralEnd("8'hFF;", 0), 5u);
+  EXPECT_EQ(SizedLiteralEnd("16 ' h ff x", 0), 9u);
+  EXPECT_EQ(SizedLiteralEnd("12ab'hF", 0), 0u);
+  EXPECT_EQ(SizedLiteralEnd("8'h", 0), 0u);
+  EXPECT_EQ(SizedLiteralEnd("8'x1", 0), 0u);
+  EXPECT_EQ(SizedLiteralEnd("a 4'b1", 2), 6u);
+}
+
 TEST(RecordUsesTest, SkipsKeywordsNumbersAndSizedLiterals) {
   NameMap uses;
   RecordUses("a + 8'hFF & begin | b[3:0] | 'hFF", 4, uses);

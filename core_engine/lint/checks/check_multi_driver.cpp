@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <unordered_map>
 
 #include "lint/checks/check_helpers.h"
 #include "lint/checks/checks.h"
@@ -32,7 +31,7 @@ std::string JoinLineNumbers(const std::vector<std::uint32_t>& lines) {
 std::vector<Diagnostic> CheckMultiDriver(const ModuleModel& model) {
   // Continuous assignments go in first, so a name keeps the spelling of its
   // first continuous assignment when it has one.
-  std::unordered_map<std::string, Drivers, NameHash, NameEqual> drivers;
+  NameViewMap<Drivers> drivers;
   for (const ContAssign& assign : model.assigns) {
     for (const std::string& name : assign.lhsNames) drivers[name].assignLines.push_back(assign.line);
   }
@@ -41,7 +40,8 @@ std::vector<Diagnostic> CheckMultiDriver(const ModuleModel& model) {
   }
 
   std::vector<NameFindings> groups;
-  for (const auto& [name, driver] : drivers) {
+  for (const auto& [nameView, driver] : drivers) {
+    const std::string name(nameView);
     const std::vector<std::uint32_t> always = DistinctAscending(driver.alwaysLines);
     NameFindings group{name, {}};
     if (always.size() >= 2) {

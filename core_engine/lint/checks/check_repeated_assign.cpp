@@ -1,20 +1,19 @@
-#include <unordered_map>
-
 #include "lint/checks/check_helpers.h"
 #include "lint/checks/checks.h"
 
 namespace quill {
 
 std::vector<Diagnostic> CheckRepeatedAssign(const ModuleModel& model) {
-  std::unordered_map<std::string, std::vector<std::uint32_t>, NameHash, NameEqual> assignLines;
+  NameViewMap<std::vector<std::uint32_t>> assignLines;
   for (const ContAssign& assign : model.assigns) {
     if (assign.lhs.find_first_of("{[") != std::string::npos) continue;
     for (const std::string& name : assign.lhsNames) assignLines[name].push_back(assign.line);
   }
 
   std::vector<NameFindings> groups;
-  for (const auto& [name, lines] : assignLines) {
+  for (const auto& [nameView, lines] : assignLines) {
     if (lines.size() < 2) continue;
+    const std::string name(nameView);
     NameFindings group{name, {}};
     group.findings.push_back(
         MakeDiagnostic(CheckId::kRepeatedAssign, lines.front(),

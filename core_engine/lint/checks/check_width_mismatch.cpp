@@ -1,7 +1,6 @@
 #include <cstdint>
 #include <limits>
 #include <optional>
-#include <unordered_map>
 
 #include "common/text_utils.h"
 #include "lint/checks/check_helpers.h"
@@ -11,7 +10,7 @@
 namespace quill {
 namespace {
 
-using WidthTable = std::unordered_map<std::string, std::int32_t, NameHash, NameEqual>;
+using WidthTable = NameViewMap<std::int32_t>;
 
 constexpr std::int32_t kUnknownWidth = -1;
 constexpr std::int64_t kMaxInt32 = std::numeric_limits<std::int32_t>::max();

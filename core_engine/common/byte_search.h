@@ -1,0 +1,107 @@
+// Whole-text byte searches that look at eight bytes at a time. The linter
+// walks the text for parentheses and line feeds several times; most bytes are
+// neither, so a word without one is passed over at once.
+#ifndef QUILL_COMMON_BYTE_SEARCH_H_
+#define QUILL_COMMON_BYTE_SEARCH_H_
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+namespace quill {
+
+namespace byte_search_detail {
+
+inline constexpr std::uint64_t kOnes = 0x0101010101010101ull;
+inline constexpr std::uint64_t kHighs = 0x8080808080808080ull;
+inline constexpr std::uint64_t kLows = 0x7F7F7F7F7F7F7F7Full;
+
+inline std::uint64_t LoadWord(const char* bytes) {
+  std::uint64_t word = 0;
+  std::memcpy(&word, bytes, sizeof word);
+  return word;
+}
+
+// 0x80 in exactly the bytes of `word` that are zero, nothing elsewhere.
+inline std::uint64_t ZeroBytes(std::uint64_t word) {
+  return ~(((word & kLows) + kLows) | word | kLows);
+}
+
+}  // namespace byte_search_detail
+
+// The position of the first byte at or after `from` that is `a` or `b`, or
+// npos.
+inline std::size_t FindEitherByte(std::string_view text, std::size_t from, char a, char b) {
+  using namespace byte_search_detail;
+  const std::uint64_t spreadA = static_cast<unsigned char>(a) * kOnes;
+  const std::uint64_t spreadB = static_cast<unsigned char>(b) * kOnes;
+  std::size_t i = from;
+  for (; i + 8 <= text.size(); i += 8) {
+    const std::uint64_t word = LoadWord(text.data() + i);
+    const std::uint64_t found = ZeroBytes(word ^ spreadA) | ZeroBytes(word ^ spreadB);
+    if (found != 0) {
+      // The byte that comes first in the text is the lowest of the word on a
+      // little-endian machine and the highest on a big-endian one.
+      const int bit = std::endian::native == std::endian::little ? std::countr_zero(found) : std::countl_zero(found);
+      return i + static_cast<std::size_t>(bit / 8);
+    }
+  }
+  for (; i < text.size(); ++i) {
+    if (text[i] == a || text[i] == b) return i;
+  }
+  return std::string_view::npos;
+}
+
+// The position of the first "(" or ")" at or after `from`, or npos.
+inline std::size_t FindParenthesis(std::string_view text, std::size_t from) {
+  return FindEitherByte(text, from, '(', ')');
+}
+
+// The position of the first occurrence of `needle` at or after `from`, or
+// npos, as std::string_view::find gives it. Candidates are the places where
+// both the first and the last byte of the needle stand, eight at a time, so
+// a needle whose first byte is common is not tried at each of them.
+inline std::size_t FindText(std::string_view text, std::string_view needle, std::size_t from) {
+  using namespace byte_search_detail;
+  if (needle.size() < 2) return text.find(needle, from);
+  const std::size_t last = needle.size() - 1;
+  const std::uint64_t spreadFirst = static_cast<unsigned char>(needle.front()) * kOnes;
+  const std::uint64_t spreadLast = static_cast<unsigned char>(needle.back()) * kOnes;
+  std::size_t i = from;
+  for (; i <= text.size() && text.size() - i >= last + 8; i += 8) {
+    std::uint64_t found = ZeroBytes(LoadWord(text.data() + i) ^ spreadFirst) &
+                          ZeroBytes(LoadWord(text.data() + i + last) ^ spreadLast);
+    constexpr bool kLittle = std::endian::native == std::endian::little;
+    while (found != 0) {
+      const int bit = kLittle ? std::countr_zero(found) : std::countl_zero(found);
+      const std::size_t candidate = i + static_cast<std::size_t>(bit / 8);
+      if (text.compare(candidate, needle.size(), needle) == 0) return candidate;
+      // Drop the candidate's marker and look at the next one.
+      found &= ~(std::uint64_t{1} << (kLittle ? bit : 63 - bit));
+    }
+  }
+  return text.find(needle, i);
+}
+
+// The number of LF bytes in `text`.
+inline std::size_t CountLineFeeds(std::string_view text) {
+  using namespace byte_search_detail;
+  std::size_t count = 0;
+  std::size_t i = 0;
+  for (; i + 8 <= text.size(); i += 8) {
+    // One bit per LF byte, summed by a multiply into the top byte (at most 8,
+    // so no byte overflows); no popcount instruction is assumed.
+    const std::uint64_t lineFeeds = ZeroBytes(LoadWord(text.data() + i) ^ ('\n' * kOnes)) >> 7;
+    count += static_cast<std::size_t>((lineFeeds * kOnes) >> 56);
+  }
+  for (; i < text.size(); ++i) {
+    if (text[i] == '\n') ++count;
+  }
+  return count;
+}
+
+}  // namespace quill
+
+#endif  // QUILL_COMMON_BYTE_SEARCH_H_
