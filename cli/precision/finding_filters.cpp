@@ -7,6 +7,7 @@
 
 #include "precision/assignment_paths.h"
 #include "precision/procedural_drives.h"
+#include "precision/statement_paths.h"
 
 namespace quill::cli {
 namespace {
@@ -439,7 +440,59 @@ class FindingProof {
     return false;
   }
 
+  // "signal 'X' feeds back to itself in always" on a block that assigns X
+  // whole before anything reads it: each read sees the block's own value.
+  bool AssignedFirst() const {
+    if (finding_.check != "comb-loop" || finding_.message.rfind("signal '", 0) != 0 ||
+        finding_.message.find("feeds back to itself in always") == std::string_view::npos) {
+      return false;
+    }
+    const std::optional<std::string_view> name = QuotedName(finding_.message);
+    const ProceduralBlock* block = BlockAroundLine(finding_.line);
+    return name && !name->empty() && block != nullptr && AssignsBeforeReading(scopes_.Tokens(), *block, *name);
+  }
+
+  // A latch on a block that assigns every target on every path through it.
+  // Two blocks starting on the finding's line leave it in doubt.
+  bool CompletePaths() const {
+    if (finding_.check != "latch") return false;
+    const ProceduralBlock* block = scopes_.BlockOnLine(finding_.line);
+    if (block == nullptr) return false;
+    const std::vector<ProceduralBlock>& blocks = scopes_.Blocks();
+    const auto next = static_cast<std::size_t>(block - blocks.data()) + 1;
+    if (next < blocks.size() && scopes_.Tokens()[blocks[next].keyword].line == finding_.line) return false;
+    const std::size_t module = scopes_.ModuleOf(block->node);
+    return EveryPathAssigns(scopes_.Tokens(), *block,
+                            [this, module](std::string_view name) { return IsInputOnly(name, module); });
+  }
+
  private:
+  // Every declaration of the name in the module is an input port's: the
+  // nearest direction before it (a port list's "input a, b" gives both) is
+  // "input", within its statement.
+  bool IsInputOnly(std::string_view name, std::size_t module) const {
+    const std::vector<std::size_t> declarations = DeclarationTokens(name, module);
+    if (module == 0 || declarations.empty()) return false;
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    return std::all_of(declarations.begin(), declarations.end(), [&tokens](std::size_t t) {
+      for (std::size_t k = t; k-- > 0;) {
+        if (IsAnyOf(tokens[k], {"output", "inout", "ref", ";", "module"})) return false;
+        if (tokens[k].Is("input")) return true;
+      }
+      return false;
+    });
+  }
+
+  // The procedural block whose text spans `line`.
+  const ProceduralBlock* BlockAroundLine(std::uint32_t line) const {
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    for (const ProceduralBlock& block : scopes_.Blocks()) {
+      if (block.end == 0 || block.end > tokens.size() || tokens[block.keyword].line > line) continue;
+      if (tokens[block.end - 1].line >= line) return &block;
+    }
+    return nullptr;
+  }
+
   // The lines of the unit's modport and clocking items that name `name`.
   std::size_t ItemLinesNaming(std::string_view name, std::size_t module) const {
     const std::vector<Token>& tokens = scopes_.Tokens();
@@ -659,6 +712,8 @@ std::optional<LintFilter> FilterThatDrops(const GenerateScopes& scopes, const Fi
   if (enabled.Has(LintFilter::kAbsentBranch) && proof.AbsentBranch()) return LintFilter::kAbsentBranch;
   if (enabled.Has(LintFilter::kLetterCase) && proof.LetterCase()) return LintFilter::kLetterCase;
   if (enabled.Has(LintFilter::kAssertionItems) && proof.AssertionItems()) return LintFilter::kAssertionItems;
+  if (enabled.Has(LintFilter::kAssignedFirst) && proof.AssignedFirst()) return LintFilter::kAssignedFirst;
+  if (enabled.Has(LintFilter::kCompletePaths) && proof.CompletePaths()) return LintFilter::kCompletePaths;
   return std::nullopt;
 }
 

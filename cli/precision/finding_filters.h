@@ -9,8 +9,9 @@
 // for declared ones, uses that the text does not hold, latches asked for
 // with always_latch, hierarchical paths taken for one signal, latches on
 // blocks without the branch named, names that differ in letter case taken
-// for one, and assertions taken for instances. When in doubt a finding is
-// kept.
+// for one, assertions taken for instances, loops through a variable the
+// block assigns before reading it, and latches on blocks whose every path
+// assigns every target. When in doubt a finding is kept.
 #ifndef QUILL_CLI_PRECISION_FINDING_FILTERS_H_
 #define QUILL_CLI_PRECISION_FINDING_FILTERS_H_
 
@@ -40,6 +41,8 @@ enum class LintFilter : std::uint8_t {
   kAbsentBranch,
   kLetterCase,
   kAssertionItems,
+  kAssignedFirst,
+  kCompletePaths,
 };
 
 struct LintFilterInfo {
@@ -50,7 +53,7 @@ struct LintFilterInfo {
 
 // In the order they are tried; a dropped finding counts for the first filter
 // that drops it.
-inline constexpr std::array<LintFilterInfo, 15> kLintFilters = {{
+inline constexpr std::array<LintFilterInfo, 17> kLintFilters = {{
     {LintFilter::kEmptyName, "empty-name", "findings about the empty name ''"},
     {LintFilter::kReadOnlyDriver, "read-only-driver",
      "multi-driver findings where a named always block only reads the signal"},
@@ -80,6 +83,11 @@ inline constexpr std::array<LintFilterInfo, 15> kLintFilters = {{
      "letter case"},
     {LintFilter::kAssertionItems, "assertion-items",
      "dupli-inst findings that take 'assert property' for an instance named property"},
+    {LintFilter::kAssignedFirst, "assigned-first",
+     "comb-loop findings on an always block that assigns the signal whole before any read of it"},
+    {LintFilter::kCompletePaths, "complete-paths",
+     "latch findings on blocks that assign every target on every path (complete if/else and case, loops after "
+     "defaults)"},
 }};
 
 std::optional<LintFilter> FindLintFilter(std::string_view name);
@@ -95,15 +103,13 @@ class LintFilterSet {
     return set;
   }
   void Enable(LintFilter filter) { bits_ |= Bit(filter); }
-  void Disable(LintFilter filter) { bits_ &= static_cast<std::uint16_t>(~Bit(filter)); }
+  void Disable(LintFilter filter) { bits_ &= ~Bit(filter); }
   bool Has(LintFilter filter) const { return (bits_ & Bit(filter)) != 0; }
   bool Empty() const { return bits_ == 0; }
 
  private:
-  static std::uint16_t Bit(LintFilter filter) {
-    return static_cast<std::uint16_t>(1u << static_cast<unsigned>(filter));
-  }
-  std::uint16_t bits_ = 0;
+  static std::uint32_t Bit(LintFilter filter) { return 1u << static_cast<unsigned>(filter); }
+  std::uint32_t bits_ = 0;
 };
 
 struct FindingToFilter {

@@ -5,108 +5,13 @@
 #include <initializer_list>
 #include <optional>
 
+#include "precision/procedural_statements.h"
+
 namespace quill::cli {
 namespace {
 
-constexpr std::size_t kNone = static_cast<std::size_t>(-1);
-constexpr std::size_t kMaxDepth = 200;
-
 bool IsAnyOf(const Token& token, std::initializer_list<std::string_view> words) {
   return std::find(words.begin(), words.end(), token.text) != words.end();
-}
-
-bool IsAssignmentOperator(const Token& token) {
-  return IsAnyOf(token, {"=", "+=", "-=", "*=", "/=", "|=", "&=", "^=", "++", "--"});
-}
-
-// Words that may stand before "(" without being a task or function call.
-bool IsControlWord(const Token& token) {
-  return IsAnyOf(token, {"if", "case", "casex", "casez", "randcase", "for", "while", "repeat", "foreach", "wait",
-                         "posedge", "negedge", "edge", "or", "and", "not", "iff", "return", "assert", "assume",
-                         "cover", "unique", "unique0", "priority", "begin", "else", "inside"});
-}
-
-bool IsCall(const std::vector<Token>& tokens, std::size_t open) {
-  if (open == 0) return false;
-  const Token& before = tokens[open - 1];
-  if (before.kind == Token::Kind::kMacro) return true;  // a macro call may assign its arguments
-  return before.kind == Token::Kind::kWord && !IsControlWord(before) && before.text.front() != '$';
-}
-
-// The token after a name's selects ("[...]" and ".member"), from `k`.
-std::size_t SkipSelects(const std::vector<Token>& tokens, std::size_t k, std::size_t end) {
-  for (;;) {
-    if (k < end && tokens[k].Is("[")) {
-      std::size_t depth = 0;
-      while (k < end) {
-        if (tokens[k].Is("[")) ++depth;
-        if (tokens[k].Is("]") && --depth == 0) break;
-        ++k;
-      }
-      ++k;
-    } else if (k + 1 < end && tokens[k].Is(".") && tokens[k + 1].kind == Token::Kind::kWord) {
-      k += 2;
-    } else {
-      return k;
-    }
-  }
-}
-
-// "%=", "<<=", ">>=" and ">>>=" come out of the tokenizer in pieces.
-bool IsSplitCompoundAssignment(const std::vector<Token>& tokens, std::size_t k, std::size_t end) {
-  if (k + 1 >= end || !IsAnyOf(tokens[k], {"%", "<", ">"})) return false;
-  return IsAnyOf(tokens[k + 1], {"=", "<=", ">=", ">"});
-}
-
-// The end (one past) of the statement that starts at `j`, or kNone when it
-// cannot be read.
-std::size_t StatementEnd(const std::vector<Token>& tokens, std::size_t j, std::size_t end, std::size_t depth) {
-  if (j >= end || depth > kMaxDepth) return kNone;
-  const Token& token = tokens[j];
-  auto skipParentheses = [&](std::size_t k) {
-    if (k >= end || !tokens[k].Is("(")) return k;
-    std::size_t nesting = 0;
-    for (; k < end; ++k) {
-      if (tokens[k].Is("(")) ++nesting;
-      if (tokens[k].Is(")") && --nesting == 0) return k + 1;
-    }
-    return kNone;
-  };
-  if (token.Is("begin")) {
-    std::size_t nesting = 0;
-    for (std::size_t k = j; k < end; ++k) {
-      if (tokens[k].Is("begin")) ++nesting;
-      if (tokens[k].Is("end") && --nesting == 0) {
-        if (k + 2 < end && tokens[k + 1].Is(":")) return k + 3;
-        return k + 1;
-      }
-    }
-    return kNone;
-  }
-  if (IsAnyOf(token, {"unique", "unique0", "priority"})) return StatementEnd(tokens, j + 1, end, depth + 1);
-  if (token.Is("if")) {
-    const std::size_t condition = skipParentheses(j + 1);
-    if (condition == kNone) return kNone;
-    std::size_t after = StatementEnd(tokens, condition, end, depth + 1);
-    if (after != kNone && after < end && tokens[after].Is("else")) after = StatementEnd(tokens, after + 1, end, depth + 1);
-    return after;
-  }
-  if (IsAnyOf(token, {"case", "casex", "casez"})) {
-    std::size_t nesting = 0;
-    for (std::size_t k = j; k < end; ++k) {
-      if (IsAnyOf(tokens[k], {"case", "casex", "casez"})) ++nesting;
-      if (tokens[k].Is("endcase") && --nesting == 0) return k + 1;
-    }
-    return kNone;
-  }
-  std::size_t nesting = 0;
-  for (std::size_t k = j; k < end; ++k) {
-    if (tokens[k].Is("(")) ++nesting;
-    if (tokens[k].Is(")") && nesting > 0) --nesting;
-    if (nesting == 0 && tokens[k].Is(";")) return k + 1;
-    if (tokens[k].Is("end") || tokens[k].Is("begin")) return kNone;
-  }
-  return kNone;
 }
 
 // Adds the whole-signal targets that the statement [j, end) assigns, or
@@ -156,24 +61,6 @@ bool Contains(const std::vector<std::string_view>& names, std::string_view name)
   return std::any_of(names.begin(), names.end(), [&](std::string_view n) { return EqualFoldingCase(n, name); });
 }
 
-// The first token of the block's statement, past its keyword and timing.
-std::size_t BodyStart(const std::vector<Token>& tokens, const ProceduralBlock& block) {
-  std::size_t j = block.keyword + 1;
-  while (j < block.end && (tokens[j].Is("@") || tokens[j].Is("#"))) {
-    ++j;
-    if (j < block.end && tokens[j].Is("(")) {
-      std::size_t nesting = 0;
-      for (; j < block.end; ++j) {
-        if (tokens[j].Is("(")) ++nesting;
-        if (tokens[j].Is(")") && --nesting == 0) break;
-      }
-      ++j;
-    } else if (j < block.end) {
-      ++j;
-    }
-  }
-  return j;
-}
 
 }  // namespace
 
@@ -226,7 +113,7 @@ bool DefaultsCoverBranches(const std::vector<Token>& tokens, const ProceduralBlo
       continue;
     }
     const std::size_t statementEnd = StatementEnd(tokens, j, end, 0);
-    if (statementEnd == kNone) return false;
+    if (statementEnd == kNoStatementEnd) return false;
     if (IsAnyOf(token, {"if", "case", "casex", "casez", "unique", "unique0", "priority"})) {
       std::vector<std::string_view> targets;
       if (!CollectTargets(tokens, j, statementEnd, &targets)) return false;

@@ -228,14 +228,14 @@ const FilterCase kCases[] = {
      "end\n"
      "endmodule\n",
      1, "latch", "if without else (if:1 else:0)", kKept},
-    {"DefaultAfterTheBranchIsKept",
+    {"DefaultAfterTheBranchStillAssignsEveryPath",
      "module m;\n"
      "always @(*) begin\n"
      "  if (en) y = a;\n"
      "  y = 1'b0;\n"
      "end\n"
      "endmodule\n",
-     1, "latch", "if without else (if:1 else:0)", kKept},
+     1, "latch", "if without else (if:1 else:0)", LintFilter::kCompletePaths},
     {"PartSelectDefaultIsKept",
      "module m;\n"
      "always @(*) begin\n"
@@ -254,6 +254,137 @@ const FilterCase kCases[] = {
      "end\n"
      "endmodule\n",
      1, "latch", "if without else (if:1 else:0)", kKept},
+    // Every path assigns every target.
+    {"IfElseChainEndingInElse",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  if (a) {t, d} = 2'b01;\n"
+     "  else if (b) {t, d} = f(x);\n"
+     "  else {t, d} = 2'b00;\n"
+     "end\n"
+     "endmodule\n",
+     1, "latch", "if without else (if:1 else:0)", kKept},
+    {"IfElseChainEndingInElseWithAnInputPassed",
+     "module m(\n"
+     "  input x, y);\n"
+     "always @(*) begin\n"
+     "  if (a) {t, d} = 2'b01;\n"
+     "  else if (b) {t, d} = f(x);\n"
+     "  else {t, d} = 2'b00;\n"
+     "end\n"
+     "endmodule\n",
+     2, "latch", "if without else (if:1 else:0)", LintFilter::kCompletePaths},
+    {"IfElseChainWithoutFinalElseIsKept",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  if (a) y = 1;\n"
+     "  else if (b) y = 0;\n"
+     "end\n"
+     "endmodule\n",
+     1, "latch", "if without else (if:1 else:0)", kKept},
+    {"BranchAssigningAPartIsKept",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  if (a) y = 1;\n"
+     "  else y[0] = 0;\n"
+     "  if (b) y = 2;\n"
+     "end\n"
+     "endmodule\n",
+     1, "latch", "if without else (if:2 else:1)", kKept},
+    {"DefaultsBeforeAForLoop",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  n = '0;\n"
+     "  for (int i = 0; i < 4; i += 1) begin\n"
+     "    if (v[i]) begin n = n + 1; break; end\n"
+     "  end\n"
+     "end\n"
+     "endmodule\n",
+     1, "latch", "if without else (if:1 else:0)", LintFilter::kCompletePaths},
+    {"ForLoopWithoutDefaultsIsKept",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  for (i = 0; i < 4; i = i + 1) if (v[i]) n = i;\n"
+     "end\n"
+     "endmodule\n",
+     1, "latch", "if without else (if:1 else:0)", kKept},
+    {"WhileLoopIsKept",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  n = 0;\n"
+     "  while (n < 4) if (v) n = n + 1;\n"
+     "end\n"
+     "endmodule\n",
+     1, "latch", "if without else (if:1 else:0)", kKept},
+    {"CaseWithMacroLabelsAndDefault",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  case (s)\n"
+     "    `A: y = a;\n"
+     "    default: begin y = b; if (e) y = c; end\n"
+     "  endcase\n"
+     "end\n"
+     "endmodule\n",
+     1, "latch", "if without else (if:1 else:0)", LintFilter::kCompletePaths},
+    {"MacroStatementIsKept",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  y = 0;\n"
+     "  if (e) `SET(y);\n"
+     "end\n"
+     "endmodule\n",
+     1, "latch", "if without else (if:1 else:0)", kKept},
+    // Variables assigned whole before they are read.
+    {"AssignedBeforeTheUpdate",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  c = 0;\n"
+     "  s = q;\n"
+     "  if (e) s[1] = s[0];\n"
+     "end\n"
+     "endmodule\n",
+     4, "comb-loop", "signal 's' feeds back to itself in always", LintFilter::kAssignedFirst},
+    {"ReadBeforeTheAssignmentIsKept",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  c = s;\n"
+     "  s = q;\n"
+     "  s = s + c;\n"
+     "end\n"
+     "endmodule\n",
+     4, "comb-loop", "signal 's' feeds back to itself in always", kKept},
+    {"SelfReadingFirstAssignmentIsKept",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  s = s + 1;\n"
+     "end\n"
+     "endmodule\n",
+     2, "comb-loop", "signal 's' feeds back to itself in always", kKept},
+    {"NonBlockingFirstAssignmentIsKept",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  s <= q;\n"
+     "  s <= s + 1;\n"
+     "end\n"
+     "endmodule\n",
+     3, "comb-loop", "signal 's' feeds back to itself in always", kKept},
+    {"AssignmentInsideABranchIsKept",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  if (e) s = q;\n"
+     "  s = s + 1;\n"
+     "end\n"
+     "endmodule\n",
+     3, "comb-loop", "signal 's' feeds back to itself in always", kKept},
+    {"CallBeforeTheAssignmentIsKept",
+     "module m;\n"
+     "always @(*) begin\n"
+     "  c = f(a);\n"
+     "  s = q;\n"
+     "  s = s + c;\n"
+     "end\n"
+     "endmodule\n",
+     4, "comb-loop", "signal 's' feeds back to itself in always", kKept},
     // Assignments the block does not hold.
     {"NonBlockingWarningOnABlockWithoutOne",
      "module m;\n"
@@ -510,6 +641,26 @@ TEST(FilterThatDropsTest, TooDeepANestingProvesNothing) {
   const GenerateScopes scopes(text);
   EXPECT_FALSE(scopes.Complete());
   EXPECT_EQ(FilterThatDrops(scopes, {0, "comb-loop", "signal '' feeds back"}, LintFilterSet::All()), std::nullopt);
+}
+
+TEST(FilterThatDropsTest, AnyBytesReadAsStatementsGiveAnAnswer) {
+  unsigned state = 7;
+  const std::string pieces[] = {"module m;", "endmodule", "always @(*)", "begin", "end", "if (a)", "else",
+                                "case (x)", "endcase", "default:", "1:", "for (i = 0;", "i < 4;", "i++)",
+                                "x = f(y);", "y = `M;", "{a, b} =", "break;", "(", ")", "[", "]", ";", "\n"};
+  for (int round = 0; round < 3000; ++round) {
+    std::string text;
+    for (int i = 0; i < 40; ++i) {
+      state = state * 1103515245u + 12345u;
+      text += pieces[(state >> 16) % std::size(pieces)];
+      text += ' ';
+    }
+    const GenerateScopes scopes(text);
+    for (std::uint32_t line = 0; line < 8; ++line) {
+      FilterThatDrops(scopes, {line, "latch", "if without else (if:1 else:0)"}, LintFilterSet::All());
+      FilterThatDrops(scopes, {line, "comb-loop", "signal 'x' feeds back to itself in always"}, LintFilterSet::All());
+    }
+  }
 }
 
 TEST(GenerateScopesTest, AnyBytesGiveANodePerToken) {

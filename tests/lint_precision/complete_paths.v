@@ -1,0 +1,82 @@
+// Blocks that assign every target on every path infer no latch: a complete
+// if/else chain, a complete if/else before an if without else, defaults
+// before a for loop, a case with a default. A path that leaves a target
+// unassigned keeps the finding.
+module complete_paths (
+  input  wire       en,
+  input  wire       we,
+  input  wire [1:0] sel,
+  input  wire [3:0] a,
+  input  wire [3:0] b,
+  output reg  [3:0] y,
+  output reg        tag,
+  output reg  [3:0] data,
+  output reg  [3:0] z,
+  output reg  [2:0] count,
+  output reg  [3:0] w,
+  output reg  [3:0] m,
+  output reg  [3:0] k,
+  output reg  [3:0] v
+);
+`define SEL_A 2'd0
+  always @(*) begin
+    if (en) begin
+      if (we & sel[0])
+        {tag, data} = {1'b1, a};
+      else if (we)
+        {tag, data} = {1'b0, b};
+      else
+        // a read: tag and data cleared
+        {tag, data} = 5'd0;
+    end else
+      {tag, data} = {1'b1, b};
+  end
+
+  always @(*) begin
+    if (en) y = a;
+    else y = b;
+    if (we) y = ~a;
+  end
+
+  always @(*) begin
+    count = '0;
+    for (int i = 0; i < 4; i++) begin
+      if (a[i]) count = count + 3'd1;
+    end
+  end
+
+  always @(*) begin
+    case (sel)
+      2'd0: z = a;
+      2'd1: if (en) z = b; else z = a;
+      default: z = 4'd0;
+    endcase
+  end
+
+  always @(*) begin
+    case (sel)
+      `SEL_A: v = a;
+      default: begin
+        v = b;
+        if (en) v = ~b;
+      end
+    endcase
+  end
+
+  always @(*) begin // expect: latch
+    if (en) w = a;
+    else if (we) w = b;
+  end
+
+  always @(*) begin // expect: latch
+    for (int i = 0; i < 4; i++) begin
+      if (a[i]) m = b;
+    end
+  end
+
+  always @(*) begin // expect: latch
+    if (en) k = a;
+    else k[0] = b[0];
+    if (we) k = b;
+  end
+endmodule
