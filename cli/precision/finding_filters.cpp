@@ -462,11 +462,54 @@ class FindingProof {
     const auto next = static_cast<std::size_t>(block - blocks.data()) + 1;
     if (next < blocks.size() && scopes_.Tokens()[blocks[next].keyword].line == finding_.line) return false;
     const std::size_t module = scopes_.ModuleOf(block->node);
-    return EveryPathAssigns(scopes_.Tokens(), *block,
-                            [this, module](std::string_view name) { return IsInputOnly(name, module); });
+    return EveryPathAssigns(
+        scopes_.Tokens(), *block, [this, module](std::string_view name) { return IsInputOnly(name, module); },
+        [this, module](std::string_view name) { return DeclaredWidth(name, module); });
   }
 
  private:
+  // The width every declaration of the name in the module gives it, when
+  // each is plain: net, variable and direction words, at most one range of
+  // two numbers, then a list of names ("wire [2:0] a, b", "output q").
+  std::optional<unsigned> DeclaredWidth(std::string_view name, std::size_t module) const {
+    const std::vector<std::size_t> declarations = DeclarationTokens(name, module);
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    if (module == 0 || declarations.empty()) return std::nullopt;
+    std::optional<unsigned> width;
+    for (std::size_t t : declarations) {
+      const std::optional<std::size_t> first = FirstTokenOfLine(tokens[t].line);
+      if (first && IsInInitializer(tokens, *first, t)) continue;  // "wire y = (x == 1);" reads x
+      if (!first || *first >= t || (t + 1 < tokens.size() && tokens[t + 1].Is("["))) return std::nullopt;
+      std::size_t k = *first;
+      while (k < t && IsAnyOf(tokens[k], {"input", "output", "inout", "wire", "reg", "logic", "bit", "var", "tri",
+                                          "unsigned"})) {
+        ++k;
+      }
+      unsigned here = 1;
+      if (k < t && tokens[k].Is("[")) {
+        std::uint32_t high = 0;
+        std::uint32_t low = 0;
+        const auto number = [&tokens](std::size_t at, std::uint32_t& value) {
+          const std::string_view text = tokens[at].text;
+          return tokens[at].kind == Token::Kind::kNumber &&
+                 std::from_chars(text.data(), text.data() + text.size(), value).ptr == text.data() + text.size();
+        };
+        if (k + 5 > t || !number(k + 1, high) || !tokens[k + 2].Is(":") || !number(k + 3, low) ||
+            !tokens[k + 4].Is("]")) {
+          return std::nullopt;
+        }
+        here = (high > low ? high - low : low - high) + 1;
+        k += 5;
+      }
+      for (; k < t; k += 2) {
+        if (tokens[k].kind != Token::Kind::kWord || !tokens[k + 1].Is(",")) return std::nullopt;
+      }
+      if (k != t || (width && *width != here)) return std::nullopt;
+      width = here;
+    }
+    return width;
+  }
+
   // Every declaration of the name in the module is an input port's: the
   // nearest direction before it (a port list's "input a, b" gives both) is
   // "input", within its statement.

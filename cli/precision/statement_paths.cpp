@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <optional>
+#include <utility>
 #include <initializer_list>
 
 #include "precision/procedural_statements.h"
@@ -15,6 +18,39 @@ bool IsAnyOf(const Token& token, std::initializer_list<std::string_view> words) 
 }
 
 using Names = std::vector<std::string_view>;
+
+// The value of "5", "3'b101", "8'hF0" or "'d7" (underscores allowed); none
+// for x, z or ? digits, a signed or real number, or more than 32 bits.
+std::optional<std::uint64_t> NumberValue(std::string_view text) {
+  unsigned base = 10;
+  const std::size_t tick = text.find('\'');
+  if (tick != std::string_view::npos) {
+    if (tick + 1 >= text.size()) return std::nullopt;
+    switch (text[tick + 1]) {
+      case 'b': case 'B': base = 2; break;
+      case 'o': case 'O': base = 8; break;
+      case 'd': case 'D': base = 10; break;
+      case 'h': case 'H': base = 16; break;
+      default: return std::nullopt;
+    }
+    text.remove_prefix(tick + 2);
+  }
+  std::uint64_t value = 0;
+  bool digits = false;
+  for (char c : text) {
+    if (c == '_') continue;
+    unsigned digit = 16;
+    if (c >= '0' && c <= '9') digit = static_cast<unsigned>(c - '0');
+    if (c >= 'a' && c <= 'f') digit = static_cast<unsigned>(c - 'a' + 10);
+    if (c >= 'A' && c <= 'F') digit = static_cast<unsigned>(c - 'A' + 10);
+    if (digit >= base) return std::nullopt;
+    value = value * base + digit;
+    if (value > 0xFFFFFFFFu) return std::nullopt;
+    digits = true;
+  }
+  if (!digits) return std::nullopt;
+  return value;
+}
 
 bool Holds(const Names& names, std::string_view name) {
   return std::find(names.begin(), names.end(), name) != names.end();
@@ -49,8 +85,9 @@ class PathReader {
  public:
   // With `passed`, calls are read as assigning at most the names passed to
   // them, which are added there; without, a call makes a statement unread.
-  PathReader(const std::vector<Token>& tokens, std::size_t end, Names* passed)
-      : tokens_(tokens), end_(end), passed_(passed) {}
+  PathReader(const std::vector<Token>& tokens, std::size_t end, Names* passed,
+             std::function<std::optional<unsigned>(std::string_view)> declaredWidth = {})
+      : tokens_(tokens), end_(end), passed_(passed), declaredWidth_(std::move(declaredWidth)) {}
 
   // Reads the statement at `j` into `assigned`: the token after it, or
   // kNoStatementEnd when the statement holds anything not read here.
@@ -186,6 +223,10 @@ class PathReader {
   }
 
   std::size_t ReadCase(std::size_t j, Assigned& assigned, std::size_t depth) const {
+    const std::optional<unsigned> selector = tokens_[j].Is("case") ? SelectorWidth(j + 1) : std::nullopt;
+    const unsigned width = selector.value_or(0);
+    std::vector<std::uint32_t> values;
+    bool numbered = selector.has_value();
     std::size_t k = SkipCondition(j + 1);
     std::vector<Assigned> items;
     bool hasDefault = false;
@@ -195,6 +236,7 @@ class PathReader {
         ++k;
         if (k < end_ && tokens_[k].Is(":")) ++k;
       } else {
+        numbered = numbered && AddLabelValues(k, width, values);
         k = SkipCaseLabels(k);
         if (k == kNoStatementEnd) return kNoStatementEnd;
       }
@@ -202,8 +244,42 @@ class PathReader {
       k = Read(k, items.back(), depth + 1);
     }
     if (k == kNoStatementEnd || k >= end_) return kNoStatementEnd;
-    AddBranches(assigned, items, hasDefault);
+    const bool full = numbered && values.size() == (std::size_t{1} << width);
+    AddBranches(assigned, items, hasDefault || full);
     return k + 1;
+  }
+
+  // The width of "(name)" or "(name[3])" at `open`, up to 12 bits.
+  std::optional<unsigned> SelectorWidth(std::size_t open) const {
+    if (!declaredWidth_ || open + 2 >= end_ || !tokens_[open].Is("(")) return std::nullopt;
+    const Token& name = tokens_[open + 1];
+    if (name.kind != Token::Kind::kWord || name.text.front() == '$') return std::nullopt;
+    if (tokens_[open + 2].Is(")")) {
+      const std::optional<unsigned> width = declaredWidth_(name.text);
+      if (width && *width >= 1 && *width <= 12) return width;
+      return std::nullopt;
+    }
+    const bool bit = open + 5 < end_ && tokens_[open + 2].Is("[") && tokens_[open + 3].kind == Token::Kind::kNumber &&
+                     NumberValue(tokens_[open + 3].text) && tokens_[open + 4].Is("]") && tokens_[open + 5].Is(")");
+    if (bit && declaredWidth_(name.text)) return 1u;
+    return std::nullopt;
+  }
+
+  // Adds the values of the labels "3'b001, 3'b010:" from `k` that fit in
+  // `width` bits; false when a label is not such a number.
+  bool AddLabelValues(std::size_t k, unsigned width, std::vector<std::uint32_t>& values) const {
+    for (; k + 1 < end_; k += 2) {
+      const std::optional<std::uint64_t> value =
+          tokens_[k].kind == Token::Kind::kNumber ? NumberValue(tokens_[k].text) : std::nullopt;
+      if (!value) return false;
+      if (*value < (std::uint64_t{1} << width)) {
+        const auto fitting = static_cast<std::uint32_t>(*value);
+        if (std::find(values.begin(), values.end(), fitting) == values.end()) values.push_back(fitting);
+      }
+      if (tokens_[k + 1].Is(":")) return true;
+      if (!tokens_[k + 1].Is(",")) return false;
+    }
+    return false;
   }
 
   // "for (start; condition; step) body": the start runs on every path, the
@@ -325,16 +401,18 @@ class PathReader {
   const std::vector<Token>& tokens_;
   std::size_t end_;
   Names* passed_;
+  std::function<std::optional<unsigned>(std::string_view)> declaredWidth_;
   mutable std::size_t loops_ = 0;  // the for bodies being read
 };
 
 }  // namespace
 
 bool EveryPathAssigns(const std::vector<Token>& tokens, const ProceduralBlock& block,
-                      const std::function<bool(std::string_view)>& isInput) {
+                      const std::function<bool(std::string_view)>& isInput,
+                      const std::function<std::optional<unsigned>(std::string_view)>& declaredWidth) {
   const std::size_t end = std::min(block.end, tokens.size());
   Names passed;
-  const PathReader reader(tokens, end, &passed);
+  const PathReader reader(tokens, end, &passed, declaredWidth);
   Assigned assigned;
   const std::size_t after = reader.Read(BodyStart(tokens, block), assigned, 0);
   if (after == kNoStatementEnd || after > end) return false;

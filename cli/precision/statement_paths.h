@@ -6,6 +6,7 @@
 #define QUILL_CLI_PRECISION_STATEMENT_PATHS_H_
 
 #include <functional>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -21,8 +22,12 @@ namespace quill::cli {
 // wherever its defaults stand. A function called in an expression may assign
 // the names passed to it: each must be covered too, or be an input
 // (`isInput`), which nothing in the module may assign.
+// A plain "case" without default on a selector whose width `declaredWidth`
+// gives (or a one-bit select "name[3]"), whose labels are numbers covering
+// every value, is complete too.
 bool EveryPathAssigns(const std::vector<Token>& tokens, const ProceduralBlock& block,
-                      const std::function<bool(std::string_view)>& isInput);
+                      const std::function<bool(std::string_view)>& isInput,
+                      const std::function<std::optional<unsigned>(std::string_view)>& declaredWidth);
 
 // True when the block is "begin ... end" whose top-level statements assign
 // `name` whole ("name = expr;", an expression that does not read it) before

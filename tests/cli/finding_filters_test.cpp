@@ -334,6 +334,74 @@ const FilterCase kCases[] = {
      "end\n"
      "endmodule\n",
      1, "latch", "if without else (if:1 else:0)", kKept},
+    {"FullCaseOverADeclaredSelector",
+     "module m;\n"
+     "wire [1:0] s = i[1:0];\n"
+     "wire t = (s == 2'd0);\n"
+     "always @(*) begin\n"
+     "  case (s)\n"
+     "    2'b00, 2'b01: y = a;\n"
+     "    2'd2: y = b;\n"
+     "    2'h3: y = c;\n"
+     "  endcase\n"
+     "end\n"
+     "endmodule\n",
+     3, "latch", "case without default", LintFilter::kCompletePaths},
+    {"FullCaseOverOneBitOfASelector",
+     "module m;\n"
+     "reg [3:0] s;\n"
+     "always @(*) begin\n"
+     "  case (s[2])\n"
+     "    1'b0: y = a;\n"
+     "    1'b1: y = b;\n"
+     "  endcase\n"
+     "end\n"
+     "endmodule\n",
+     2, "latch", "case without default", LintFilter::kCompletePaths},
+    {"CaseMissingAValueIsKept",
+     "module m;\n"
+     "wire [1:0] s;\n"
+     "always @(*) begin\n"
+     "  case (s)\n"
+     "    2'b00, 2'b01: y = a;\n"
+     "    2'd2: y = b;\n"
+     "  endcase\n"
+     "end\n"
+     "endmodule\n",
+     2, "latch", "case without default", kKept},
+    {"CasezIsKept",
+     "module m;\n"
+     "wire [0:0] s;\n"
+     "always @(*) begin\n"
+     "  casez (s)\n"
+     "    1'b0: y = a;\n"
+     "    1'b1: y = b;\n"
+     "  endcase\n"
+     "end\n"
+     "endmodule\n",
+     2, "latch", "case without default", kKept},
+    {"ParameterizedSelectorIsKept",
+     "module m;\n"
+     "wire [W-1:0] s;\n"
+     "always @(*) begin\n"
+     "  case (s)\n"
+     "    1'b0: y = a;\n"
+     "    1'b1: y = b;\n"
+     "  endcase\n"
+     "end\n"
+     "endmodule\n",
+     2, "latch", "case without default", kKept},
+    {"LabelWithUnknownBitsIsKept",
+     "module m;\n"
+     "wire s;\n"
+     "always @(*) begin\n"
+     "  case (s)\n"
+     "    1'b0: y = a;\n"
+     "    1'bx: y = b;\n"
+     "  endcase\n"
+     "end\n"
+     "endmodule\n",
+     2, "latch", "case without default", kKept},
     // Variables assigned whole before they are read.
     {"AssignedBeforeTheUpdate",
      "module m;\n"

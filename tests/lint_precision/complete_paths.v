@@ -1,7 +1,7 @@
 // Blocks that assign every target on every path infer no latch: a complete
 // if/else chain, a complete if/else before an if without else, defaults
-// before a for loop, a case with a default. A path that leaves a target
-// unassigned keeps the finding.
+// before a for loop, a case with a default or over every value. A path
+// that leaves a target unassigned keeps the finding.
 module complete_paths (
   input  wire       en,
   input  wire       we,
@@ -16,7 +16,9 @@ module complete_paths (
   output reg  [3:0] w,
   output reg  [3:0] m,
   output reg  [3:0] k,
-  output reg  [3:0] v
+  output reg  [3:0] v,
+  output reg  [3:0] f,
+  output reg  [3:0] u
 );
 `define SEL_A 2'd0
   always @(*) begin
@@ -60,6 +62,21 @@ module complete_paths (
         v = b;
         if (en) v = ~b;
       end
+    endcase
+  end
+
+  always @(*) begin
+    case (sel)
+      2'b00: f = a;
+      2'b01: f = b;
+      2'b10, 2'b11: f = 4'd0;
+    endcase
+  end
+
+  always @(*) begin // expect: latch
+    case (sel)
+      2'b00: u = a;
+      2'b01: u = b;
     endcase
   end
 
