@@ -32,6 +32,7 @@ bool StartsUnit(std::string_view word) {
 }
 
 bool ClosesUnit(std::string_view word) {
+  if (!word.starts_with("end")) return false;
   for (std::string_view end : kUnitEnds) {
     if (word == end) return true;
   }
@@ -63,7 +64,7 @@ class Scanner {
       return;
     }
     if (IsBlank(c)) {
-      ++pos_;
+      while (pos_ < text_.size() && IsBlank(text_[pos_])) ++pos_;
       return;
     }
     if (c == '/' && At(pos_ + 1) == '/') {

@@ -1,5 +1,6 @@
 #include "precision/preprocessor.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -62,6 +63,12 @@ class Evaluator {
   // Copies one byte, or drops it when it lies in an inactive branch; line
   // feeds always stay.
   void Emit(std::size_t from, std::size_t to) {
+    if (Active()) {
+      const std::string_view piece = text_.substr(from, to - from);
+      out_.append(piece);
+      line_ += static_cast<std::uint32_t>(std::count(piece.begin(), piece.end(), '\n'));
+      return;
+    }
     for (std::size_t i = from; i < to; ++i) {
       const char c = text_[i];
       if (c == '\n') ++line_;
@@ -96,8 +103,12 @@ class Evaluator {
     }
     if (c == '"') return CopyString();
     if (c == '`') return HandleDirective();
-    Emit(pos_, pos_ + 1);
-    ++pos_;
+    // Bytes up to the next one that may start a comment, a string or a
+    // directive go through as one run.
+    std::size_t end = pos_ + 1;
+    while (end < text_.size() && text_[end] != '/' && text_[end] != '"' && text_[end] != '`') ++end;
+    Emit(pos_, end);
+    pos_ = end;
     return true;
   }
 

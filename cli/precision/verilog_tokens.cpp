@@ -1,5 +1,6 @@
 #include "precision/verilog_tokens.h"
 
+#include <algorithm>
 #include <array>
 
 namespace quill::cli {
@@ -53,9 +54,11 @@ class Tokenizer {
 
  private:
   void Advance(std::size_t to) {
-    for (; pos_ < to && pos_ < text_.size(); ++pos_) {
-      if (text_[pos_] == '\n') ++line_;
-    }
+    to = std::min(to, text_.size());
+    if (to <= pos_) return;
+    line_ += static_cast<std::uint32_t>(std::count(text_.begin() + static_cast<std::ptrdiff_t>(pos_),
+                                                   text_.begin() + static_cast<std::ptrdiff_t>(to), '\n'));
+    pos_ = to;
   }
 
   std::size_t Find(std::string_view what, std::size_t from) const {
@@ -71,7 +74,11 @@ class Tokenizer {
   void Step() {
     const char c = text_[pos_];
     const char next = pos_ + 1 < text_.size() ? text_[pos_ + 1] : '\0';
-    if (IsBlank(c)) return Advance(pos_ + 1);
+    if (IsBlank(c)) {
+      std::size_t end = pos_ + 1;
+      while (end < text_.size() && IsBlank(text_[end])) ++end;
+      return Advance(end);
+    }
     if (c == '/' && next == '/') return Advance(Find("\n", pos_));
     if (c == '/' && next == '*') {
       const std::size_t close = Find("*/", pos_ + 2);
@@ -94,10 +101,18 @@ class Tokenizer {
       while (end < text_.size() && (IsWordByte(text_[end]) || text_[end] == '\'' || text_[end] == '.')) ++end;
       return Push(Token::Kind::kNumber, end);
     }
+    Push(Token::Kind::kSymbol, pos_ + LongSymbolLength());
+  }
+
+  // The length of the longest symbol of kLongSymbols at pos_, or 1. Every
+  // long symbol begins with a byte that can start one, so most bytes are
+  // decided by their first byte alone.
+  std::size_t LongSymbolLength() const {
+    if (std::string_view("=!<>+-*/|&^:").find(text_[pos_]) == std::string_view::npos) return 1;
     for (std::string_view symbol : kLongSymbols) {
-      if (text_.substr(pos_, symbol.size()) == symbol) return Push(Token::Kind::kSymbol, pos_ + symbol.size());
+      if (text_.compare(pos_, symbol.size(), symbol) == 0) return symbol.size();
     }
-    Push(Token::Kind::kSymbol, pos_ + 1);
+    return 1;
   }
 
   void SkipString() {
