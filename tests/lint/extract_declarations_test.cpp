@@ -1,17 +1,18 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <random>
 #include <ostream>
+#include <random>
 #include <string>
 #include <vector>
 
 #include "common/pattern.h"
 #include "common/text_utils.h"
+#include "lint/line_cursor.h"
 #include "lint/lint_text.h"
+#include "lint/steps.h"
 #include "lint/word_scan.h"
 #include "support/corpus_files.h"
-#include "lint/steps.h"
 
 namespace quill {
 namespace {
@@ -48,40 +49,6 @@ bool HasTerminator(std::string_view s) {
   return s.find_first_of(";)") != std::string_view::npos;
 }
 
-// The lines of the text split at each LF, each without its trailing CRs,
-// read in order; the last read can be taken back.
-class LineCursor {
- public:
-  explicit LineCursor(std::string_view text) : text_(text) {}
-
-  bool Next(std::string_view* line) {
-    if (done_) return false;
-    const std::size_t end = text_.find('\n', next_);
-    const std::size_t stop = end == std::string_view::npos ? text_.size() : end;
-    *line = TrimRightOf(text_.substr(next_, stop - next_), "\r");
-    previous_ = next_;
-    next_ = stop + 1;
-    done_ = end == std::string_view::npos;
-    ++count_;
-    return true;
-  }
-
-  void Unread() {
-    next_ = previous_;
-    done_ = false;
-    --count_;
-  }
-
-  // The zero-based number of the line read last.
-  std::size_t Number() const { return count_ - 1; }
-
- private:
-  std::string_view text_;
-  std::size_t next_ = 0;
-  std::size_t previous_ = 0;
-  std::size_t count_ = 0;
-  bool done_ = false;
-};
 
 // Whether the whole text is a simple identifier ("^[a-zA-Z_]\w*$").
 bool IsSimpleIdentifier(std::string_view s) {
