@@ -2,29 +2,8 @@
 ;; The olofk-serv project of the corpus, read only: outline, definition from
 ;; an instance to its module in another file, hover, references, folding and
 ;; a code action. Nothing is saved.
-(require 'eglot)
-(require 'xref)
-(require 'verilog-mode)
-
-(defvar quill-test-dir (file-name-as-directory (getenv "QUILL_TEST_DIR")))
-(setq project-find-functions (list (lambda (_dir) (cons 'transient quill-test-dir))))
-(setq eglot-sync-connect t eglot-autoreconnect nil)
-
-(defun quill-fail (format-string &rest args)
-  (message "emacs eglot corpus test failed: %s" (apply #'format format-string args))
-  (kill-emacs 1))
-
-(defun quill-wait (predicate what)
-  (let ((deadline (+ (float-time) 30)))
-    (while (and (not (funcall predicate)) (< (float-time) deadline))
-      (accept-process-output nil 0.1))
-    (unless (funcall predicate) (quill-fail "timed out waiting for %s" what))))
-
-(defun quill-request (method params)
-  (jsonrpc-request (eglot--current-server-or-lose) method params))
-
-(defun quill-position-params (line character)
-  (list :textDocument (eglot--TextDocumentIdentifier) :position (list :line line :character character)))
+(load (expand-file-name "emacs_eglot_test_helpers.el" (file-name-directory (or load-file-name buffer-file-name))))
+(setq quill-test-name "emacs eglot corpus test")
 
 (find-file (expand-file-name "rtl/serv_top.v" quill-test-dir))
 (unless (eq major-mode 'verilog-mode) (quill-fail "serv_top.v opens in %s" major-mode))

@@ -1,28 +1,6 @@
 ;;; emacs_eglot_test.el --- quill lsp through eglot, after the README set-up  -*- lexical-binding: t; -*-
-(require 'eglot)
-(require 'xref)
-(require 'verilog-mode)
-
-(defvar quill-test-dir (file-name-as-directory (getenv "QUILL_TEST_DIR")))
-;; The workspace folder is the project, without asking.
-(setq project-find-functions (list (lambda (_dir) (cons 'transient quill-test-dir))))
-(setq eglot-sync-connect t eglot-autoreconnect nil)
-
-(defun quill-fail (format-string &rest args)
-  (message "emacs eglot test failed: %s" (apply #'format format-string args))
-  (kill-emacs 1))
-
-(defun quill-wait (predicate what)
-  (let ((deadline (+ (float-time) 15)))
-    (while (and (not (funcall predicate)) (< (float-time) deadline))
-      (accept-process-output nil 0.1))
-    (unless (funcall predicate) (quill-fail "timed out waiting for %s" what))))
-
-(defun quill-request (method params)
-  (jsonrpc-request (eglot--current-server-or-lose) method params))
-
-(defun quill-position-params (line character)
-  (list :textDocument (eglot--TextDocumentIdentifier) :position (list :line line :character character)))
+(load (expand-file-name "emacs_eglot_test_helpers.el" (file-name-directory (or load-file-name buffer-file-name))))
+(setq quill-test-name "emacs eglot test")
 
 ;; Started from the constraint file, as in the issue.
 (find-file (expand-file-name "pins.xdc" quill-test-dir))

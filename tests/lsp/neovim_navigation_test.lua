@@ -1,24 +1,8 @@
 -- Run by run_neovim_navigation_test.sh in the workspace folder, after the
 -- README's set-up: every check goes through Neovim's own LSP client.
-local function fail(message)
-  io.stderr:write('neovim navigation test failed: ' .. message .. '\n')
-  vim.cmd('cquit 1')
-end
-
--- The clients of a buffer, in the API of the Neovim that runs (0.7 has only
--- buf_get_clients, which later versions deprecate).
-local function clients_of(bufnr)
-  if vim.lsp.get_clients then return vim.lsp.get_clients({ bufnr = bufnr }) end
-  if vim.fn.has('nvim-0.8') == 1 then return vim.lsp.get_active_clients({ bufnr = bufnr }) end
-  return vim.lsp.buf_get_clients(bufnr)
-end
-
-local function client_of(bufnr)
-  local ok = vim.wait(10000, function() return next(clients_of(bufnr)) ~= nil end, 50)
-  if not ok then fail('no client attached to ' .. vim.api.nvim_buf_get_name(bufnr)) end
-  local _, client = next(clients_of(bufnr))
-  return client
-end
+local t = dofile(vim.fn.fnamemodify(debug.getinfo(1, 'S').source:sub(2), ':h') .. '/neovim_test_helpers.lua')
+  .new('neovim navigation test')
+local fail, client_of, request, at = t.fail, t.client_of, t.request, t.at
 
 -- The LSP form of the diagnostics on one line, as a code action request
 -- carries them.
@@ -32,16 +16,6 @@ local function line_diagnostics(bufnr, line)
     })
   end
   return found
-end
-
-local function request(client, method, params, bufnr)
-  local response = client.request_sync(method, params, 10000, bufnr)
-  if not response or response.err then fail(method .. ' failed: ' .. vim.inspect(response)) end
-  return response.result
-end
-
-local function at(bufnr, line, character)
-  return { textDocument = { uri = vim.uri_from_bufnr(bufnr) }, position = { line = line, character = character } }
 end
 
 -- The constraint file attaches too and gets semantic tokens.
