@@ -348,8 +348,9 @@ class Scanner {
       const std::string_view w = view_.Word(j);
       if (IsHardStop(w)) break;
       if (w == "@" || w == "#") {
+        // The event or delay: a group or one token, when the text has one.
         ++j;
-        j = view_.Word(j) == "(" ? view_.SkipGroup(j, false) : j + 1;
+        if (j < view_.Size()) j = view_.Word(j) == "(" ? view_.SkipGroup(j, false) : j + 1;
         continue;
       }
       const bool first = !bodyStarted;
@@ -435,7 +436,7 @@ class Scanner {
     const std::size_t typeLast = j - 1;
     if (view_.Word(j) == "#") {
       ++j;
-      j = view_.Word(j) == "(" ? view_.SkipGroup(j, true) : j + 1;
+      if (j < view_.Size()) j = view_.Word(j) == "(" ? view_.SkipGroup(j, true) : j + 1;
     }
     if (view_.Word(j) == "(") {  // a gate without an instance name
       i_ = view_.StatementEnd(j);

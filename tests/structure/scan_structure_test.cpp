@@ -143,6 +143,22 @@ TEST(ScanStructureTest, UnterminatedImportEndsWithTheText) {
   EXPECT_LE(s.modules.front().header.end, text.size());
 }
 
+// A process whose "@" or "#" is the text's last token ends with the text
+// (a case the structure fuzzer found: the event was looked for one token
+// past the end).
+TEST(ScanStructureTest, ProcessEndingInItsTimingControlEndsWithTheText) {
+  for (std::string_view text : {"module@always@", "module m; always #", "module m; initial @", "module m;always @ "}) {
+    const FileStructure s = ScanStructure(text);
+    ASSERT_EQ(s.modules.size(), 1u) << text;
+    const Module& m = s.modules.front();
+    EXPECT_LE(m.span.begin, m.span.end) << text;
+    EXPECT_LE(m.span.end, text.size()) << text;
+    ASSERT_EQ(m.blocks.size(), 1u) << text;
+    EXPECT_LE(m.blocks.front().span.begin, m.blocks.front().span.end) << text;
+    EXPECT_LE(m.blocks.front().span.end, m.span.end) << text;
+  }
+}
+
 TEST(ScanStructureTest, FoldsOfBlocksAndComments) {
   const FileStructure s = ScanStructure(
       "// one\n// two\nmodule m;\n  always @* begin\n    case (a)\n      0: b = 1;\n    endcase\n  end\n"
