@@ -12,7 +12,7 @@ void CollectUses(const std::vector<ContAssign>& assigns, const std::vector<Alway
   }
   for (const AlwaysBlock& block : alwaysBlocks) {
     const auto line = static_cast<std::int32_t>(block.startLine);
-    ForEachIdentifierOutsideSizedLiterals(block.sensitivity, [&firstUseLine, line](std::string_view identifier) {
+    ForEachIdentifier<SizedLiterals::kSkipped>(block.sensitivity, [&firstUseLine, line](std::string_view identifier) {
       // Edge words are keywords already; the explicit test is kept.
       if (IsKeyword(identifier) || identifier == "posedge" || identifier == "negedge") {
         return;

@@ -97,7 +97,7 @@ void RecordFirstUse(NameMap& firstUseLine, std::string_view name, std::int32_t l
 
 void RecordUses(std::string_view text, std::int32_t line, NameMap& firstUseLine) {
   // An identifier never starts with a digit, so none is a number token.
-  ForEachIdentifierOutsideSizedLiterals(text, [&firstUseLine, line](std::string_view identifier) {
+  ForEachIdentifier<SizedLiterals::kSkipped>(text, [&firstUseLine, line](std::string_view identifier) {
     if (IsKeyword(identifier)) return;
     RecordFirstUse(firstUseLine, identifier, line);
   });

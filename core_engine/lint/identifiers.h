@@ -17,25 +17,8 @@ namespace quill {
 // Whether `word` is a Verilog or SystemVerilog keyword, ignoring case.
 bool IsKeyword(std::string_view word);
 
-// Calls visit(std::string_view) for every identifier of `text` in order: each
-// maximal run of word characters that begins with a letter or "_" (a run that
-// begins with a digit holds none, so "1ns" gives nothing).
-template <typename Visitor>
-void ForEachIdentifier(std::string_view text, Visitor&& visit) {
-  std::size_t i = 0;
-  while (i < text.size()) {
-    if (!IsWordByte(text[i])) {
-      ++i;
-      continue;
-    }
-    const std::size_t start = i;
-    while (i < text.size() && IsWordByte(text[i])) ++i;
-    if (text[start] < '0' || text[start] > '9') visit(text.substr(start, i - start));
-  }
-}
-
 // Every identifier of `text` in order, repetitions kept (see
-// ForEachIdentifier). The views point into `text`.
+// ForEachIdentifier below). The views point into `text`.
 std::vector<std::string_view> ExtractIdentifiers(std::string_view text);
 
 // Whether the whole word is a decimal number, or digits, "'" and a base
@@ -52,12 +35,19 @@ std::size_t SizedLiteralEnd(std::string_view text, std::size_t begin);
 // `text` with every sized literal ("8'hFF", "16 'h ff") replaced by a space.
 std::string StripSizedLiterals(std::string_view text);
 
-// Calls visit(std::string_view) for every identifier of
-// StripSizedLiterals(text), as ForEachIdentifier would, without building the
-// stripped text: a literal starts and ends at a word boundary, so putting a
-// space in its place joins no word runs and the other identifiers stay.
-template <typename Visitor>
-void ForEachIdentifierOutsideSizedLiterals(std::string_view text, Visitor&& visit) {
+// Whether an identifier walk reads sized literals ("8'hFF") as text or passes
+// over them.
+enum class SizedLiterals { kRead, kSkipped };
+
+// Calls visit(std::string_view) for every identifier of `text` in order: each
+// maximal run of word characters that begins with a letter or "_" (a run that
+// begins with a digit holds none, so "1ns" gives nothing). With
+// SizedLiterals::kSkipped the identifiers are those of StripSizedLiterals(text),
+// found without building the stripped text: a literal starts and ends at a
+// word boundary, so putting a space in its place joins no word runs and the
+// other identifiers stay.
+template <SizedLiterals kLiterals = SizedLiterals::kRead, typename Visitor>
+void ForEachIdentifier(std::string_view text, Visitor&& visit) {
   std::size_t i = 0;
   while (i < text.size()) {
     if (!IsWordByte(text[i])) {
@@ -65,11 +55,13 @@ void ForEachIdentifierOutsideSizedLiterals(std::string_view text, Visitor&& visi
       continue;
     }
     const std::size_t start = i;
-    if (IsDigitByte(text[start])) {
-      const std::size_t literalEnd = SizedLiteralEnd(text, start);
-      if (literalEnd != start) {
-        i = literalEnd;
-        continue;
+    if constexpr (kLiterals == SizedLiterals::kSkipped) {
+      if (IsDigitByte(text[start])) {
+        const std::size_t literalEnd = SizedLiteralEnd(text, start);
+        if (literalEnd != start) {
+          i = literalEnd;
+          continue;
+        }
       }
     }
     while (i < text.size() && IsWordByte(text[i])) ++i;

@@ -164,7 +164,8 @@ TEST(StripSizedLiteralsTest, AgreesWithTheSizedLiteralPatternOnRandomText) {
     const std::string expected = sizedLiteralPattern.ReplaceAll(text, " ");
     ASSERT_EQ(StripSizedLiterals(text), expected) << text;
     Words identifiers;
-    ForEachIdentifierOutsideSizedLiterals(text, [&identifiers](std::string_view word) { identifiers.emplace_back(word); });
+    ForEachIdentifier<SizedLiterals::kSkipped>(
+        text, [&identifiers](std::string_view word) { identifiers.emplace_back(word); });
     ASSERT_EQ(identifiers, Identifiers(expected)) << text;
   }
 }
