@@ -152,7 +152,13 @@ class FindingProof {
                         [this](std::size_t t) { return !scopes_.IsInInterfaceItems(scopes_.NodeOfToken(t)); }));
       if (!count || real > 1) return false;
       // A modport list continued on a line of its own counts there too.
-      return declarations.size() == *count || real + ItemLinesNaming(*name, *module) == *count;
+      if (declarations.size() == *count || real + ItemLinesNaming(*name, *module) == *count) return true;
+      // The finding stands on the second declaration the linter read. With
+      // two, a line that begins inside a modport or clocking list (where the
+      // linter reads "input a, b, c" as declarations) leaves at most one real
+      // one, however the linter joined that list's lines.
+      const std::optional<std::size_t> first = FirstTokenOfLine(finding_.line);
+      return *count == 2 && first && scopes_.IsInInterfaceItems(scopes_.NodeOfToken(*first));
     }
     if (finding_.check == "used-bef-declare") {
       const std::optional<std::uint32_t> line = DeclarationLine();

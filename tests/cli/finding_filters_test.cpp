@@ -502,6 +502,20 @@ const FilterCase kCases[] = {
      "endclocking\n"
      "endinterface\n",
      1, "used-bef-declare", "signal 'state' used at line 2 before declaration at line 4", LintFilter::kInterfaceItems},
+    {"SecondDeclarationInAContinuedModportList",
+     "interface bus;\n"
+     "logic valid;\n"
+     "logic ready;\n"
+     "modport a (output valid, input ready);\n"
+     "modport m (\n"
+     "  input valid,\n"
+     "        ready\n"
+     ");\n"
+     "endinterface\n",
+     5, "dupli-define", "signal 'ready' defined 2 times", LintFilter::kInterfaceItems},
+    {"SecondDeclarationOutsideModportsIsKept",
+     "interface bus;\nlogic valid;\nmodport a (output valid);\nlogic valid;\nendinterface\n", 3, "dupli-define",
+     "signal 'valid' defined 2 times", kKept},
     {"DeclarationsOutsideModportsAreKept",
      "interface bus;\nlogic valid;\nlogic valid;\nmodport m (\n  input valid\n);\nendinterface\n", 2,
      "dupli-define", "signal 'valid' defined 3 times", kKept},
