@@ -6,11 +6,9 @@
 // and, buf) gives no record. The connections run to the first ");", that
 // ");" included, so its ")" can close a last connection whose own ")" is
 // missing; the expressions of named connections count as uses.
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -37,14 +35,27 @@ std::size_t SkipWord(std::string_view text, std::size_t pos) {
 
 // "^\s*(module|input|output|inout|wire|reg|assign|always|initial|end|endmodule)\b".
 bool StartsNoInstance(std::string_view line) {
-  static constexpr std::array<std::string_view, 11> kWords = {"module", "input",  "output",  "inout", "wire",     "reg",
-                                                              "assign", "always", "initial", "end",   "endmodule"};
   const std::size_t start = SkipSpaces(line, 0);
-  const std::string_view word = line.substr(start, SkipWord(line, start) - start);
-  for (std::string_view candidate : kWords) {
-    if (word == candidate) return true;
+  // No such word is longer than nine bytes: a longer run is not read whole.
+  std::size_t end = start;
+  while (end < line.size() && end - start < 10 && IsWordByte(line[end])) ++end;
+  const std::string_view word = line.substr(start, end - start);
+  switch (word.size()) {
+    case 3:
+      return word == "reg" || word == "end";
+    case 4:
+      return word == "wire";
+    case 5:
+      return word == "input" || word == "inout";
+    case 6:
+      return word == "module" || word == "output" || word == "assign" || word == "always";
+    case 7:
+      return word == "initial";
+    case 9:
+      return word == "endmodule";
+    default:
+      return false;
   }
-  return false;
 }
 
 // The number of leading blanks (space, TAB, CR, LF) of the line.
@@ -66,20 +77,15 @@ std::pair<std::size_t, std::size_t> MatchOverrideHead(std::string_view line) {
   return {typeEnd, open};
 }
 
+// One line of the text: [start, end), the end at its LF or at the text's end.
 struct Line {
   std::size_t start;
   std::size_t end;
 };
 
-std::vector<Line> SplitAtLineFeeds(std::string_view text) {
-  std::vector<Line> lines;
-  std::size_t start = 0;
-  for (;;) {
-    const std::size_t end = text.find('\n', start);
-    lines.push_back({start, end == kNone ? text.size() : end});
-    if (end == kNone) return lines;
-    start = end + 1;
-  }
+Line LineFrom(std::string_view text, std::size_t start) {
+  const std::size_t end = text.find('\n', start);
+  return {start, end == kNone ? text.size() : end};
 }
 
 // For each "(" position of `opens` (ascending), the position of the ")" that
@@ -171,45 +177,44 @@ struct InstanceHead {
   std::size_t connections = 0;  // position in the text where the connections start
 };
 
-// What the finder reads of a line before it looks for an instance there.
-struct LineHead {
-  bool startsNoInstance = false;
-  std::size_t offset = 0;   // leading blanks
-  std::size_t typeEnd = 0;  // of an override head, as MatchOverrideHead
-  std::size_t open = kNone;
-};
-
 class InstanceFinder {
  public:
-  // Every line is read once here: the override heads of all lines are
-  // needed first, and the same reading then serves Find.
-  InstanceFinder(std::string_view text, const std::vector<Line>& lines) : text_(text), lines_(lines) {
-    heads_.resize(lines.size());
-    for (std::size_t k = 0; k < lines.size(); ++k) {
-      const Line& line = lines[k];
-      LineHead& lineHead = heads_[k];
+  // The override heads of all lines are needed first: every "(" they open is
+  // balanced in one pass over the text. Only a line that holds a "#" can
+  // begin with one, and only such lines are kept, so a large text costs no
+  // record per line.
+  explicit InstanceFinder(std::string_view text) : text_(text) {
+    std::vector<std::size_t> opens;
+    for (std::size_t hash = text.find('#'); hash != kNone;) {
+      const std::size_t lineFeed = text.rfind('\n', hash);
+      const Line line = LineFrom(text, lineFeed == kNone ? 0 : lineFeed + 1);
       const std::string_view content = text.substr(line.start, line.end - line.start);
-      lineHead.startsNoInstance = StartsNoInstance(content);
-      if (lineHead.startsNoInstance) continue;
-      lineHead.offset = LeadingBlanks(content);
-      std::tie(lineHead.typeEnd, lineHead.open) = MatchOverrideHead(content.substr(lineHead.offset));
-      if (lineHead.open != kNone) overrideOpens_.push_back(line.start + lineHead.offset + lineHead.open);
+      if (!StartsNoInstance(content)) {
+        const std::size_t offset = LeadingBlanks(content);
+        const auto [typeEnd, open] = MatchOverrideHead(content.substr(offset));
+        if (open != kNone) {
+          overrides_.push_back({line.start, typeEnd, line.start + offset + open, kNone});
+          opens.push_back(line.start + offset + open);
+        }
+      }
+      if (line.end == text.size()) break;
+      hash = text.find('#', line.end + 1);
     }
-    overrideCloses_ = BalancingParentheses(text, overrideOpens_);
+    const std::vector<std::size_t> closes = BalancingParentheses(text, opens);
+    for (std::size_t i = 0; i < overrides_.size(); ++i) overrides_[i].close = closes[i];
   }
 
-  // The instance head that starts on line `k`, if any.
-  bool Find(std::size_t k, InstanceHead* head) {
-    const Line& line = lines_[k];
-    const LineHead& lineHead = heads_[k];
-    if (lineHead.startsNoInstance) return false;
+  // The instance head that starts on `line`, if any. Lines are asked for in
+  // increasing order.
+  bool Find(const Line& line, InstanceHead* head) {
     const std::string_view content = text_.substr(line.start, line.end - line.start);
-    const std::size_t offset = lineHead.offset;
+    if (StartsNoInstance(content)) return false;
+    const std::size_t offset = LeadingBlanks(content);
     const std::string_view trimmed = content.substr(offset);
-    const std::size_t typeEnd = lineHead.typeEnd;
-    const std::size_t open = lineHead.open;
-    if (open != kNone && FindAfterOverride(line.start + offset + open, head)) {
-      head->type = trimmed.substr(0, typeEnd);
+    while (nextOverride_ < overrides_.size() && overrides_[nextOverride_].lineStart < line.start) ++nextOverride_;
+    if (nextOverride_ < overrides_.size() && overrides_[nextOverride_].lineStart == line.start &&
+        FindAfterOverride(overrides_[nextOverride_], head)) {
+      head->type = trimmed.substr(0, overrides_[nextOverride_].typeEnd);
       return true;
     }
     // The pattern needs a word at the start and a "(" further on.
@@ -224,14 +229,20 @@ class InstanceFinder {
   }
 
  private:
-  // After the ")" balancing the override's "(" at `open`: white space, the
-  // instance name and "(".
-  bool FindAfterOverride(std::size_t open, InstanceHead* head) {
-    while (nextOverride_ < overrideOpens_.size() && overrideOpens_[nextOverride_] < open) ++nextOverride_;
-    if (nextOverride_ == overrideOpens_.size() || overrideOpens_[nextOverride_] != open) return false;
-    const std::size_t close = overrideCloses_[nextOverride_];
-    if (close == kNone) return false;
-    const std::size_t nameStart = SkipSpaces(text_, close + 1);
+  // A line that begins "type #(": the end of the type word (from the line's
+  // first non-blank byte), the "(" and the ")" that balances it, or kNone.
+  struct OverrideHead {
+    std::size_t lineStart;
+    std::size_t typeEnd;
+    std::size_t open;
+    std::size_t close;
+  };
+
+  // After the ")" balancing the override's "(": white space, the instance
+  // name and "(".
+  bool FindAfterOverride(const OverrideHead& override, InstanceHead* head) const {
+    if (override.close == kNone) return false;
+    const std::size_t nameStart = SkipSpaces(text_, override.close + 1);
     const std::size_t nameEnd = SkipWord(text_, nameStart);
     if (nameEnd == nameStart) return false;
     const std::size_t paren = SkipSpaces(text_, nameEnd);
@@ -242,10 +253,7 @@ class InstanceFinder {
   }
 
   std::string_view text_;
-  const std::vector<Line>& lines_;
-  std::vector<LineHead> heads_;
-  std::vector<std::size_t> overrideOpens_;
-  std::vector<std::size_t> overrideCloses_;
+  std::vector<OverrideHead> overrides_;
   std::size_t nextOverride_ = 0;
 };
 
@@ -253,17 +261,19 @@ class InstanceFinder {
 
 std::vector<InstanceRecord> ExtractInstances(std::string_view text, NameMap& firstUseLine) {
   std::vector<InstanceRecord> instances;
-  const std::vector<Line> lines = SplitAtLineFeeds(text);
-  InstanceFinder finder(text, lines);
+  InstanceFinder finder(text);
   LineCounter lineOf(text);
-  std::size_t k = 0;
-  while (k < lines.size()) {
+  Line line = LineFrom(text, 0);
+  std::uint32_t k = 0;  // the number of `line`
+  for (;;) {
     InstanceHead head;
-    if (!finder.Find(k, &head) || IsKeyword(head.type) || IsKeyword(head.name)) {
+    if (!finder.Find(line, &head) || IsKeyword(head.type) || IsKeyword(head.name)) {
+      if (line.end == text.size()) return instances;
+      line = LineFrom(text, line.end + 1);
       ++k;
       continue;
     }
-    instances.push_back(InstanceRecord{std::string(head.name), static_cast<std::uint32_t>(k)});
+    instances.push_back(InstanceRecord{std::string(head.name), k});
 
     const std::size_t close = text.find(");", head.connections);
     const std::size_t stretchEnd = close == kNone ? text.size() : close + 2;
@@ -272,13 +282,16 @@ std::vector<InstanceRecord> ExtractInstances(std::string_view text, NameMap& fir
     std::size_t begin = 0;
     std::size_t end = 0;
     while (connections.Next(&begin, &end)) {
-      const auto line = static_cast<std::int32_t>(lineOf.LineAt(head.connections + begin));
-      RecordUses(stretch.substr(begin, end - begin), line, firstUseLine);
+      const auto useLine = static_cast<std::int32_t>(lineOf.LineAt(head.connections + begin));
+      RecordUses(stretch.substr(begin, end - begin), useLine, firstUseLine);
     }
     if (close == kNone) return instances;
-    k = static_cast<std::size_t>(lineOf.LineAt(close)) + 1;
+    // Go on with the line after the one that holds the ");".
+    const std::size_t lineFeed = text.find('\n', close);
+    if (lineFeed == kNone) return instances;
+    k = lineOf.LineAt(close) + 1;
+    line = LineFrom(text, lineFeed + 1);
   }
-  return instances;
 }
 
 }  // namespace quill

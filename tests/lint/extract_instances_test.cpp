@@ -70,6 +70,10 @@ INSTANTIATE_TEST_SUITE_P(
         InstanceCase{"OverrideOnTheHeadLine", "fifo #(.W(WIDTH)) u1 (.a(x));", {{"u1", 0}}, {{"x", 0}}},
         InstanceCase{
             "OverrideOverLines", "fifo #(\n  .W(WIDTH),\n  .D(f(2))\n) u2 (\n  .a(x)\n);", {{"u2", 0}}, {{"x", 4}}},
+        InstanceCase{"OverrideAfterLinesWithOtherHashes",
+                     "x #5 y;\nm #1 (a);\nfifo #(.W(1)) u1 (.a(b)); // #\nfifo #(.W(2)) u2 (.a(c));",
+                     {{"u1", 2}, {"u2", 3}},
+                     {{"b", 2}, {"c", 3}}},
         InstanceCase{"NameOnTheLineAfterTheOverride", "fifo #(.W(8))\n  u3 (.a(y));", {{"u3", 0}}, {{"y", 1}}},
         InstanceCase{"OverrideNotFollowedByNameUsesTheLineForm", "foo #(a) (b) u1 (.x(y));", {{"u1", 0}}, {{"y", 0}}},
         InstanceCase{"GatePrimitivesGiveNoRecord", "and g1 (y, a, b);\nbuf b1 (o, i);\nnand (x, y, z);", {}, {}},
