@@ -280,6 +280,9 @@ std::vector<AlwaysBlock> ExtractAlwaysBlocks(std::string_view text, std::uint64_
   }
   FindBodyEnds(text, candidates);
 
+  // Every candidate may give a block; sized once, a large text's blocks are
+  // not moved at each growth.
+  blocks.reserve(candidates.size());
   const LineIndex lines(text);
   AnalysisCache cache;
   for (std::size_t k = 0; k < candidates.size(); ++k) {
