@@ -321,7 +321,10 @@ class FindingProof {
     const std::optional<StatementSplit> split = SplitAssignment(tokens, root);
     if (!split) return false;
     const Path left = ReadPath(tokens, root, split->equals);
-    if (left.end != split->equals || left.segments.empty() || !left.segments.front().member) return false;
+    if (left.end != split->equals) return false;
+    if (left.segments.empty() || !left.segments.front().member) {
+      return ReadOnlyAsMember(*name, root, split->end) && AssignsOnLine(*first) == 1;
+    }
     bool onRight = false;
     for (std::size_t t = split->equals + 1; t < split->end; ++t) {
       if (!EqualFoldingCase(tokens[t].text, *name) || tokens[t - 1].Is(".")) continue;
@@ -616,6 +619,30 @@ class FindingProof {
       if (variable && !direction) ++variables;
     }
     return directions == 1 && types == 1 && (duplicate || variables == 1);
+  }
+
+  // In the assign whose target word is at `root` and which ends at `end`,
+  // `name` stands, apart from the target, only after a "." ("pkt.x", "u.x"):
+  // a member of another object, not the target itself. At least once.
+  bool ReadOnlyAsMember(std::string_view name, std::size_t root, std::size_t end) const {
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    bool asMember = false;
+    for (std::size_t t = root + 1; t < end; ++t) {
+      if (!EqualFoldingCase(tokens[t].text, name)) continue;
+      if (!tokens[t - 1].Is(".")) return false;
+      asMember = true;
+    }
+    return asMember;
+  }
+
+  // The "assign" keywords on the line of the token at `first`.
+  std::size_t AssignsOnLine(std::size_t first) const {
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    std::size_t count = 0;
+    for (std::size_t t = first; t < tokens.size() && tokens[t].line == tokens[first].line; ++t) {
+      if (tokens[t].Is("assign")) ++count;
+    }
+    return count;
   }
 
   std::optional<std::size_t> FirstTokenOfLine(std::uint32_t line) const {

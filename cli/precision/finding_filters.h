@@ -7,11 +7,12 @@
 // direction and again by type, findings about an empty name, struct members
 // and routine locals taken for signals, names read in an initializer taken
 // for declared ones, uses that the text does not hold, latches asked for
-// with always_latch, hierarchical paths taken for one signal, latches on
-// blocks without the branch named, names that differ in letter case taken
-// for one, assertions taken for instances, loops through a variable the
-// block assigns before reading it, and latches on blocks whose every path
-// assigns every target. When in doubt a finding is kept.
+// with always_latch, hierarchical paths and members of other objects taken
+// for one signal, latches on blocks without the branch named, names that
+// differ in letter case taken for one, assertions taken for instances, loops
+// through a variable the block assigns before reading it, and latches on
+// blocks whose every path assigns every target. When in doubt a finding is
+// kept.
 #ifndef QUILL_CLI_PRECISION_FINDING_FILTERS_H_
 #define QUILL_CLI_PRECISION_FINDING_FILTERS_H_
 
@@ -75,7 +76,8 @@ inline constexpr std::array<LintFilterInfo, 17> kLintFilters = {{
      "used-bef-declare findings on a name that does not occur before its declaration"},
     {LintFilter::kIntendedLatch, "intended-latch", "latch findings on always_latch blocks"},
     {LintFilter::kHierarchicalPaths, "hierarchical-paths",
-     "comb-loop findings on an assign whose sides are different hierarchical paths under one root"},
+     "comb-loop findings on an assign whose sides are different hierarchical paths under one root, or whose "
+     "right side names the target only as a member of another object"},
     {LintFilter::kAbsentBranch, "absent-branch",
      "latch findings on a block whose own text has no if (or no case) of the kind named"},
     {LintFilter::kLetterCase, "letter-case",
