@@ -1,6 +1,7 @@
 #include "precision/assignment_paths.h"
 
 #include <algorithm>
+#include <string>
 
 namespace quill::cli {
 namespace {
@@ -17,10 +18,41 @@ bool IsDecimal(std::string_view text) {
   return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-bool SegmentsMayBeEqual(const PathSegment& a, const PathSegment& b) {
+bool IsIdentifier(std::string_view text) {
+  if (text.empty() || (text[0] >= '0' && text[0] <= '9')) return false;
+  return std::all_of(text.begin(), text.end(), [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+  });
+}
+
+// An index read as a name plus a constant: "l" (l + 0), "l-1", "n+2".
+struct NameOffset {
+  std::string_view name;
+  long long offset = 0;
+};
+
+std::optional<NameOffset> ReadNameOffset(std::string_view text) {
+  const std::size_t sign = text.find_last_of("+-");
+  if (sign == std::string_view::npos) {
+    if (!IsIdentifier(text)) return std::nullopt;
+    return NameOffset{text, 0};
+  }
+  const std::string_view name = text.substr(0, sign);
+  const std::string_view digits = text.substr(sign + 1);
+  // Nine digits cannot overflow.
+  if (!IsIdentifier(name) || !IsDecimal(digits) || digits.size() > 9) return std::nullopt;
+  const long long value = std::stoll(std::string(digits));
+  return NameOffset{name, text[sign] == '-' ? -value : value};
+}
+
+bool SegmentsMayBeEqual(const PathSegment& a, const PathSegment& b, OffsetSelects offsets) {
   if (a.member != b.member) return true;
   if (a.member) return a.text == b.text;
   if (IsDecimal(a.text) && IsDecimal(b.text)) return a.text == b.text;
+  if (offsets == OffsetSelects::kMayMeet) return true;
+  const std::optional<NameOffset> left = ReadNameOffset(a.text);
+  const std::optional<NameOffset> right = ReadNameOffset(b.text);
+  if (left && right && left->name == right->name) return left->offset == right->offset;
   return true;
 }
 
@@ -52,10 +84,10 @@ Path ReadPath(const std::vector<Token>& tokens, std::size_t root, std::size_t en
   return path;
 }
 
-bool PathsMayOverlap(const std::vector<PathSegment>& a, const std::vector<PathSegment>& b) {
+bool PathsMayOverlap(const std::vector<PathSegment>& a, const std::vector<PathSegment>& b, OffsetSelects offsets) {
   const std::size_t common = std::min(a.size(), b.size());
   for (std::size_t i = 0; i < common; ++i) {
-    if (!SegmentsMayBeEqual(a[i], b[i])) return false;
+    if (!SegmentsMayBeEqual(a[i], b[i], offsets)) return false;
   }
   return true;
 }

@@ -32,10 +32,17 @@ struct Path {
 // before `end` ends the path.
 Path ReadPath(const std::vector<Token>& tokens, std::size_t root, std::size_t end);
 
+// Whether selects of one name plus different constants ("[l]", "[l-1]")
+// count as apart. In one statement they name different elements; in two
+// statements of a generate loop they meet across iterations.
+enum class OffsetSelects { kMayMeet, kApart };
+
 // False only when the two paths surely name disjoint parts of one signal:
 // at some step both name different members, or both select different
-// plain decimal indices, while every earlier step may be the same.
-bool PathsMayOverlap(const std::vector<PathSegment>& a, const std::vector<PathSegment>& b);
+// plain decimal indices (or, with OffsetSelects::kApart, one name plus
+// different constants), while every earlier step may be the same.
+bool PathsMayOverlap(const std::vector<PathSegment>& a, const std::vector<PathSegment>& b,
+                     OffsetSelects offsets = OffsetSelects::kMayMeet);
 
 // The statement that starts at `first` runs to its ";" outside brackets:
 // the index of the "=" that splits it outside brackets (not "<=", "=="), or

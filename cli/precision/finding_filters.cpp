@@ -307,9 +307,10 @@ class FindingProof {
     return block != nullptr && scopes_.Tokens()[block->keyword].Is("always_latch");
   }
 
-  // "assign root.a.b = root.c.d;" reported as a loop on 'root': where the
-  // root stands on the right only as the root of paths that name parts
-  // disjoint from the left-hand path's, nothing feeds back.
+  // "assign root.a.b = root.c.d;" or "assign x[l] = x[l-1];" reported as a
+  // loop: where the root stands on the right only as the root of paths that
+  // name parts disjoint from the left-hand path's, or only as a member of
+  // another object ("pkt.x"), nothing feeds back.
   bool HierarchicalPaths() const {
     if (finding_.check != "comb-loop" || finding_.message.rfind("assign '", 0) != 0) return false;
     const std::optional<std::string_view> name = QuotedName(finding_.message);
@@ -322,15 +323,20 @@ class FindingProof {
     if (!split) return false;
     const Path left = ReadPath(tokens, root, split->equals);
     if (left.end != split->equals) return false;
-    if (left.segments.empty() || !left.segments.front().member) {
-      return ReadOnlyAsMember(*name, root, split->end) && AssignsOnLine(*first) == 1;
+    const bool memberFirst = !left.segments.empty() && left.segments.front().member;
+    if (!memberFirst) {
+      // Another statement on the line may be the one reported.
+      if (AssignsOnLine(*first) != 1) return false;
+      if (ReadOnlyAsMember(*name, root, split->end)) return true;
+      if (left.segments.empty()) return false;
     }
+    // Paths that start alike ("x.a" and "x.b", "x[l]" and "x[l-1]") and part.
     bool onRight = false;
     for (std::size_t t = split->equals + 1; t < split->end; ++t) {
       if (!EqualFoldingCase(tokens[t].text, *name) || tokens[t - 1].Is(".")) continue;
       const Path right = ReadPath(tokens, t, split->end);
-      if (right.segments.empty() || !right.segments.front().member) return false;
-      if (PathsMayOverlap(left.segments, right.segments)) return false;
+      if (right.segments.empty() || right.segments.front().member != memberFirst) return false;
+      if (PathsMayOverlap(left.segments, right.segments, OffsetSelects::kApart)) return false;
       onRight = true;
     }
     return onRight;

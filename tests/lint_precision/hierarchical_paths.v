@@ -11,4 +11,10 @@ module hierarchical_paths (input wire clk);
   assign code[7:0] = pkt.code[7:0];
   assign ready = valid & resp.ready;
   assign ready_loop = resp.ready_loop & ready_loop; // expect: comb-loop
+  // A tree of stages: each level reads the one below it.
+  genvar l;
+  for (l = 1; l < 4; l = l + 1) begin : g_level
+    assign stage[l] = stage[l-1] & ~mask[l];
+    assign again[l] = again[l] | mask[l]; // expect: comb-loop
+  end
 endmodule
