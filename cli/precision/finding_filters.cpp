@@ -405,6 +405,30 @@ class FindingProof {
       }
       return otherSpelling;
     }
+    if (finding_.check == "comb-loop" && finding_.message.find("feeds back to itself in always") != std::string_view::npos) {
+      // "x = X(a);" whole on its line, with "x" spelt so only once there:
+      // the right side names another object ("X", a function).
+      const std::optional<std::size_t> first = FirstTokenOfLine(finding_.line);
+      if (!first) return false;
+      std::optional<std::size_t> target;
+      std::size_t t = *first;
+      for (; t < tokens.size() && tokens[t].line == finding_.line; ++t) {
+        if (tokens[t].text != *name) continue;
+        if (target) return false;
+        target = t;
+      }
+      const std::size_t lineEnd = t;
+      if (!target || *target + 1 >= lineEnd || !tokens[*target + 1].Is("=") ||
+          (*target > 0 && tokens[*target - 1].Is("."))) {
+        return false;
+      }
+      bool otherSpelling = false;
+      for (std::size_t k = *target + 2; k < lineEnd; ++k) {
+        if (tokens[k].Is(";")) return otherSpelling;
+        otherSpelling = otherSpelling || EqualFoldingCase(tokens[k].text, *name);
+      }
+      return false;
+    }
     if (finding_.check == "multi-driver" && finding_.message.find("by both assign and always") !=
                                                  std::string_view::npos) {
       // No always block drives a name spelt as an assign's target.

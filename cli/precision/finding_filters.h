@@ -82,7 +82,7 @@ inline constexpr std::array<LintFilterInfo, 17> kLintFilters = {{
      "latch findings on a block whose own text has no if (or no case) of the kind named"},
     {LintFilter::kLetterCase, "letter-case",
      "comb-loop, repeated-assig, multi-driver and wire-always findings that join names differing only in "
-     "letter case"},
+     "letter case (a signal and a function among them)"},
     {LintFilter::kAssertionItems, "assertion-items",
      "dupli-inst findings that take 'assert property' for an instance named property"},
     {LintFilter::kAssignedFirst, "assigned-first",

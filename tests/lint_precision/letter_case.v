@@ -20,3 +20,18 @@ module letter_case_drivers (
   always @(posedge clk) out2 <= d;
   assign OUT2 = out2;
 endmodule
+
+// A function named like the variable it feeds: no loop.
+module letter_case_function (
+  input  wire [3:0] a,
+  output reg  [4:0] sum
+);
+  function [4:0] Sum(input [3:0] x);
+    Sum = x + 1'b1;
+  endfunction
+  reg [4:0] acc;
+  always @(a) begin
+    sum = Sum(a);
+    acc = Sum(a) + acc; // expect: comb-loop
+  end
+endmodule
