@@ -237,13 +237,22 @@ class FindingProof {
     const std::optional<std::string_view> name = QuotedName(finding_.message);
     const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
     if (!name || name->empty() || !module) return false;
-    const std::vector<std::size_t> declarations = DeclarationTokens(*name, *module);
-    // The linter counts some initializer places and not others; a count
-    // above the places seen here may hide a declaration this scan cannot
-    // read, which keeps the finding.
-    const std::optional<std::size_t> count = TimesCount(finding_.message);
-    if (duplicate && (!count || declarations.size() < *count)) return false;
     const std::vector<Token>& tokens = scopes_.Tokens();
+    if (duplicate) {
+      // Every place the linter may have counted is among these; a count
+      // above them may hide a declaration this scan cannot read, which
+      // keeps the finding.
+      const std::vector<DeclarationPlace> places = LinterDeclarationPlaces(*name, *module);
+      const std::optional<std::size_t> count = TimesCount(finding_.message);
+      if (!count || places.size() < *count) return false;
+      std::vector<std::size_t> declared;
+      for (const DeclarationPlace& place : places) {
+        if (!IsInInitializer(tokens, place.statement, place.token)) declared.push_back(place.token);
+      }
+      if (declared.size() == places.size()) return false;
+      return declared.size() <= 1 || IsDirectionThenType(declared, true);
+    }
+    const std::vector<std::size_t> declarations = DeclarationTokens(*name, *module);
     std::vector<std::size_t> declared;
     bool wireInInitializer = false;
     bool variable = false;
@@ -260,12 +269,11 @@ class FindingProof {
         wireInInitializer = wireInInitializer || wire;
         continue;
       }
-      if (wire && !duplicate) return false;
+      if (wire) return false;
       variable = variable || variableType;
       declared.push_back(t);
     }
     if (declared.size() == declarations.size()) return false;
-    if (duplicate) return declared.size() <= 1 || IsDirectionThenType(declared, true);
     return wireInInitializer && variable;
   }
 
@@ -649,6 +657,46 @@ class FindingProof {
       if (variable && !direction) ++variables;
     }
     return directions == 1 && types == 1 && (duplicate || variables == 1);
+  }
+
+  // A word the linter may read as a declared name: `token`, in the
+  // declaration whose line starts with the token `statement`.
+  struct DeclarationPlace {
+    std::size_t token;
+    std::size_t statement;
+  };
+
+  // The linter reads a line that starts with input, output, inout, wire, reg
+  // or logic (any letter case) as a declaration, joined with the lines after
+  // it until one holds a ";" or ")" or starts with such a word, and takes
+  // each comma-separated piece as a name. Every such word spelt `name` in
+  // the module is a place it may have counted (more places than it counted,
+  // never fewer: strings and directives hide a ";" from this scan only to
+  // join more lines).
+  std::vector<DeclarationPlace> LinterDeclarationPlaces(std::string_view name, std::size_t module) const {
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    std::vector<DeclarationPlace> places;
+    constexpr std::size_t kNoStatement = static_cast<std::size_t>(-1);
+    std::size_t statement = kNoStatement;
+    bool ended = false;
+    for (std::size_t t = 0; t < tokens.size(); ++t) {
+      const Token& token = tokens[t];
+      if (t == 0 || token.line != tokens[t - 1].line) {
+        if (ended) statement = kNoStatement;
+        ended = false;
+        if (token.kind == Token::Kind::kWord &&
+            (EqualFoldingCase(token.text, "input") || EqualFoldingCase(token.text, "output") ||
+             EqualFoldingCase(token.text, "inout") || EqualFoldingCase(token.text, "wire") ||
+             EqualFoldingCase(token.text, "reg") || EqualFoldingCase(token.text, "logic"))) {
+          statement = t;
+          continue;
+        }
+      }
+      if (statement == kNoStatement) continue;
+      if (token.Is(";") || token.Is(")")) ended = true;
+      if (token.text == name && scopes_.ModuleOf(scopes_.NodeOfToken(t)) == module) places.push_back({t, statement});
+    }
+    return places;
   }
 
   // In the assign whose target word is at `root` and which ends at `end`,

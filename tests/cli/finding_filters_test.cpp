@@ -464,22 +464,20 @@ const FilterCase kCases[] = {
      1, "blocking-assign", "combinational always uses '<=' (1x), suggest '='", LintFilter::kAbsentAssignment},
     {"NonBlockingWarningOnABlockWithOne", "module m;\nalways @(*) y <= a;\nendmodule\n", 1, "blocking-assign",
      "combinational always uses '<=' (1x), suggest '='", kKept},
-    {"ComparisonIsNotANonBlockingAssignment",
-     "module m;\nalways @(*) y = (a <= b);\nendmodule\n", 1, "blocking-assign",
+    {"ComparisonIsNotANonBlockingAssignment", "module m;\nalways @(*) y = (a <= b);\nendmodule\n", 1, "blocking-assign",
      "combinational always uses '<=' (1x), suggest '='", LintFilter::kAbsentAssignment},
-    {"BlockingWarningOnABlockWithOne", "module m;\nalways @(posedge clk) q = d;\nendmodule\n", 1,
-     "blocking-assign", "sequential always uses '=' (1x), suggest '<='", kKept},
+    {"BlockingWarningOnABlockWithOne", "module m;\nalways @(posedge clk) q = d;\nendmodule\n", 1, "blocking-assign",
+     "sequential always uses '=' (1x), suggest '<='", kKept},
     // Ports declared by direction, then by type.
     {"OutputThenReg", "module m(q);\noutput [7:0] q;\nreg [7:0] q;\nendmodule\n", 2, "dupli-define",
      "signal 'q' defined 2 times", LintFilter::kPortRedeclaration},
     {"OutputRegThenRegIsKept", "module m(q);\noutput reg q;\nreg q;\nendmodule\n", 2, "dupli-define",
      "signal 'q' defined 2 times", kKept},
-    {"WireAlwaysOnAPortDeclaredReg",
-     "module m(q);\noutput q;\nreg q;\nalways @(posedge clk) q <= d;\nendmodule\n", 3, "wire-always",
-     "wire signal 'q' cannot be assigned in always block (use reg instead)", LintFilter::kPortRedeclaration},
-    {"WireAlwaysOnAPortDeclaredWire",
-     "module m(q);\noutput q;\nwire q;\nalways @(posedge clk) q <= d;\nendmodule\n", 3, "wire-always",
-     "wire signal 'q' cannot be assigned in always block (use reg instead)", kKept},
+    {"WireAlwaysOnAPortDeclaredReg", "module m(q);\noutput q;\nreg q;\nalways @(posedge clk) q <= d;\nendmodule\n", 3,
+     "wire-always", "wire signal 'q' cannot be assigned in always block (use reg instead)",
+     LintFilter::kPortRedeclaration},
+    {"WireAlwaysOnAPortDeclaredWire", "module m(q);\noutput q;\nwire q;\nalways @(posedge clk) q <= d;\nendmodule\n", 3,
+     "wire-always", "wire signal 'q' cannot be assigned in always block (use reg instead)", kKept},
     {"TwoRegsAreKept", "module m;\nreg q;\nreg q;\nendmodule\n", 2, "dupli-define", "signal 'q' defined 2 times",
      kKept},
     // Modport and clocking items.
@@ -517,8 +515,8 @@ const FilterCase kCases[] = {
      "interface bus;\nlogic valid;\nmodport a (output valid);\nlogic valid;\nendinterface\n", 3, "dupli-define",
      "signal 'valid' defined 2 times", kKept},
     {"DeclarationsOutsideModportsAreKept",
-     "interface bus;\nlogic valid;\nlogic valid;\nmodport m (\n  input valid\n);\nendinterface\n", 2,
-     "dupli-define", "signal 'valid' defined 3 times", kKept},
+     "interface bus;\nlogic valid;\nlogic valid;\nmodport m (\n  input valid\n);\nendinterface\n", 2, "dupli-define",
+     "signal 'valid' defined 3 times", kKept},
     {"LocalsOfTwoFunctions",
      "module m;\n"
      "function f;\n"
@@ -611,6 +609,12 @@ const FilterCase kCases[] = {
     // Initializers.
     {"NameReadInAnInitializer", "module m;\nreg q;\nwire r = q;\nendmodule\n", 2, "dupli-define",
      "signal 'q' defined 2 times", LintFilter::kInitializerNames},
+    {"NamesInAnInitializerOverLines",
+     "module m;\nwire [3:0] a;\nwire [3:0] s = f ?\n  {a[0], a[1],\n   a[2]} : a;\nendmodule\n", 2, "dupli-define",
+     "signal 'a' defined 2 times", LintFilter::kInitializerNames},
+    {"DeclaredAfterAnInitializerOverLinesIsKept",
+     "module m;\nwire [3:0] a;\nwire [3:0] s = {a[0],\n  a[1]}, a;\nendmodule\n", 2, "dupli-define",
+     "signal 'a' defined 2 times", kKept},
     {"SecondDeclaredNameAfterAnInitializerIsKept", "module m;\nreg q;\nwire r = 1, q = 0;\nendmodule\n", 2,
      "dupli-define", "signal 'q' defined 2 times", kKept},
     {"WireOnlyInAnInitializerOfAReg", "module m;\nreg q;\nwire r = q;\nalways @(posedge c) q <= 1;\nendmodule\n", 3,
@@ -637,8 +641,8 @@ const FilterCase kCases[] = {
      "assign 'd' feeds back to itself", kKept},
     {"WholeRootOnTheRightIsKept", "module m;\nassign d.a = d;\nendmodule\n", 1, "comb-loop",
      "assign 'd' feeds back to itself", kKept},
-    {"TargetReadOnlyAsAMemberOfAnotherObject", "module m;\nassign x[7:0] = pkt.x[7:0];\nendmodule\n", 1,
-     "comb-loop", "assign 'x' feeds back to itself", LintFilter::kHierarchicalPaths},
+    {"TargetReadOnlyAsAMemberOfAnotherObject", "module m;\nassign x[7:0] = pkt.x[7:0];\nendmodule\n", 1, "comb-loop",
+     "assign 'x' feeds back to itself", LintFilter::kHierarchicalPaths},
     {"TargetReadAlsoItselfIsKept", "module m;\nassign x = pkt.x | x;\nendmodule\n", 1, "comb-loop",
      "assign 'x' feeds back to itself", kKept},
     {"TargetInItsOwnSelectIsKept", "module m;\nassign x[x] = u.x;\nendmodule\n", 1, "comb-loop",
@@ -690,8 +694,9 @@ const FilterCase kCases[] = {
     {"AssignAndAlwaysDriveOneSpellingAreKept",
      "module m;\nassign OUT = out;\nalways @(posedge c) OUT <= d;\nendmodule\n", 1, "multi-driver",
      "signal 'OUT' driven by both assign and always", kKept},
-    {"WireSpeltOtherwiseThanTheReg", "module m(output wire OUT);\nreg out;\nalways @(posedge c) out <= d;\nendmodule\n", 2,
-     "wire-always", "wire signal 'out' cannot be assigned in always block (use reg instead)", LintFilter::kLetterCase},
+    {"WireSpeltOtherwiseThanTheReg", "module m(output wire OUT);\nreg out;\nalways @(posedge c) out <= d;\nendmodule\n",
+     2, "wire-always", "wire signal 'out' cannot be assigned in always block (use reg instead)",
+     LintFilter::kLetterCase},
     // Assertions read as instances.
     {"AssertPropertyIsNoInstance",
      "module m;\nalways @(posedge c) begin\n  assert property (a);\n  assert property (b);\nend\nendmodule\n", 3,
@@ -735,7 +740,9 @@ const FilterCase kCases[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Cases, FilterThatDropsTest, ::testing::ValuesIn(kCases),
-                         [](const ::testing::TestParamInfo<FilterCase>& param) { return std::string(param.param.name); });
+                         [](const ::testing::TestParamInfo<FilterCase>& param) {
+                           return std::string(param.param.name);
+                         });
 
 TEST(FilterThatDropsTest, DisabledFilterKeepsTheFinding) {
   const GenerateScopes scopes("module m;\nendmodule\n");
@@ -756,9 +763,10 @@ TEST(FilterThatDropsTest, TooDeepANestingProvesNothing) {
 
 TEST(FilterThatDropsTest, AnyBytesReadAsStatementsGiveAnAnswer) {
   unsigned state = 7;
-  const std::string pieces[] = {"module m;", "endmodule", "always @(*)", "begin", "end", "if (a)", "else",
-                                "case (x)", "endcase", "default:", "1:", "for (i = 0;", "i < 4;", "i++)",
-                                "x = f(y);", "y = `M;", "{a, b} =", "break;", "(", ")", "[", "]", ";", "\n"};
+  const std::string pieces[] = {"module m;", "endmodule", "always @(*)", "begin",    "end",      "if (a)",
+                                "else",      "case (x)",  "endcase",     "default:", "1:",       "for (i = 0;",
+                                "i < 4;",    "i++)",      "x = f(y);",   "y = `M;",  "{a, b} =", "break;",
+                                "(",         ")",         "[",           "]",        ";",        "\n"};
   for (int round = 0; round < 3000; ++round) {
     std::string text;
     for (int i = 0; i < 40; ++i) {
@@ -776,8 +784,9 @@ TEST(FilterThatDropsTest, AnyBytesReadAsStatementsGiveAnAnswer) {
 
 TEST(GenerateScopesTest, AnyBytesGiveANodePerToken) {
   unsigned state = 11;
-  const std::string pieces[] = {"module m;", "endmodule", "if (a)", "else", "begin", ": n", "end", "case (x)",
-                                "endcase",   "1:",        "always @(*)", "x = 1;", "(", ")", "{", "}", ";", "\n"};
+  const std::string pieces[] = {"module m;", "endmodule", "if (a)",  "else", "begin",       ": n",
+                                "end",       "case (x)",  "endcase", "1:",   "always @(*)", "x = 1;",
+                                "(",         ")",         "{",       "}",    ";",           "\n"};
   for (int round = 0; round < 3000; ++round) {
     std::string text;
     for (int i = 0; i < 40; ++i) {
@@ -786,7 +795,8 @@ TEST(GenerateScopesTest, AnyBytesGiveANodePerToken) {
       text += ' ';
     }
     const GenerateScopes scopes(text);
-    for (std::size_t t = 0; t < scopes.Tokens().size(); ++t) ASSERT_LT(scopes.NodeOfToken(t), scopes.Tokens().size() + 2);
+    for (std::size_t t = 0; t < scopes.Tokens().size(); ++t)
+      ASSERT_LT(scopes.NodeOfToken(t), scopes.Tokens().size() + 2);
     for (const ProceduralBlock& block : scopes.Blocks()) ASSERT_LE(block.end, scopes.Tokens().size());
   }
 }

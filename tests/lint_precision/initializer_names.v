@@ -10,6 +10,11 @@ module initializer_names (clk, d, q, busy);
   wire         idle = ~busy;
   wire   [3:0] twice;
   wire   [3:0] twice; // expect: dupli-define
+  // An initializer over several lines: the linter reads its pieces as names.
+  reg    [3:0] flags;
+  wire   [3:0] reversed = d[0] ?
+    {flags[0], flags[1],
+     flags[2], flags[3]} : flags;
 
   always @(posedge clk) begin
     q <= d[0];
