@@ -153,12 +153,13 @@ class FindingProof {
       if (!count || real > 1) return false;
       // A modport list continued on a line of its own counts there too.
       if (declarations.size() == *count || real + ItemLinesNaming(*name, *module) == *count) return true;
-      // The finding stands on the second declaration the linter read. With
-      // two, a line that begins inside a modport or clocking list (where the
-      // linter reads "input a, b, c" as declarations) leaves at most one real
-      // one, however the linter joined that list's lines.
-      const std::optional<std::size_t> first = FirstTokenOfLine(finding_.line);
-      return *count == 2 && first && scopes_.IsInInterfaceItems(scopes_.NodeOfToken(*first));
+      // Every place the linter may have counted, at most one outside the
+      // lists, however it joined their lines.
+      const std::vector<DeclarationPlace> places = LinterDeclarationPlaces(*name, *module);
+      return places.size() >= *count &&
+             std::count_if(places.begin(), places.end(), [this](const DeclarationPlace& place) {
+               return !scopes_.IsInInterfaceItems(scopes_.NodeOfToken(place.token));
+             }) <= 1;
     }
     if (finding_.check == "used-bef-declare") {
       const std::optional<std::uint32_t> line = DeclarationLine();

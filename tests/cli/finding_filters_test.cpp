@@ -511,6 +511,18 @@ const FilterCase kCases[] = {
      ");\n"
      "endinterface\n",
      5, "dupli-define", "signal 'ready' defined 2 times", LintFilter::kInterfaceItems},
+    {"NameOnAContinuedDeclarationLineAndInModports",
+     "interface bus;\n"
+     "logic [1:0] a_ptr,\n"
+     "            c_ptr;\n"
+     "modport m (\n"
+     "  output a_ptr, c_ptr, input x,\n"
+     "  input y);\n"
+     "modport s (\n"
+     "  input a_ptr, c_ptr, output x,\n"
+     "  output y);\n"
+     "endinterface\n",
+     4, "dupli-define", "signal 'c_ptr' defined 3 times", LintFilter::kInterfaceItems},
     {"SecondDeclarationOutsideModportsIsKept",
      "interface bus;\nlogic valid;\nmodport a (output valid);\nlogic valid;\nendinterface\n", 3, "dupli-define",
      "signal 'valid' defined 2 times", kKept},

@@ -21,3 +21,15 @@ interface twice_declared_if (input logic clk);
     input valid
   );
 endinterface
+
+// A name on a continued declaration line, listed again in two modports.
+interface pointers_if (input logic clk);
+  logic [3:0] read_ptr,
+              write_ptr;
+  modport reader (
+    output read_ptr, write_ptr,
+    input clk);
+  modport writer (
+    input read_ptr, write_ptr,
+    input clk);
+endinterface
