@@ -138,7 +138,10 @@ class GenerateScopeParser {
           Take(body);
         }
       }
-      if (AtWord("endclass")) Take(body);
+      if (AtWord("endclass")) {
+        Take(body);
+        TakeEndLabel(body);
+      }
       return true;
     }
     if (IsModuleKeyword(token)) {
@@ -190,7 +193,18 @@ class GenerateScopeParser {
     const std::size_t body = AddNode(ScopeNode::Kind::kNamedBlock, node);
     s_.nodes_[body].routine = true;
     while (i_ < n_ && !At().Is(end) && !IsModuleEnd(At()) && !At().Is("endclass")) Take(body);
-    if (AtWord(end)) Take(body);
+    if (!AtWord(end)) return;
+    Take(body);
+    TakeEndLabel(body);
+  }
+
+  // "endfunction : name" and the like: the label belongs to the construct
+  // that ends, not to the next item.
+  void TakeEndLabel(std::size_t node) {
+    if (AtWord(":") && i_ + 1 < n_ && tokens_[i_ + 1].kind == Token::Kind::kWord) {
+      Take(node);
+      Take(node);
+    }
   }
 
   void ParseModule(std::size_t depth) {
@@ -200,7 +214,10 @@ class GenerateScopeParser {
     while (i_ < n_ && !IsModuleEnd(At()) && !IsModuleKeyword(At())) {
       if (!ParseItem(node, depth + 1)) Take(node);  // a stray "end" or "endcase"
     }
-    if (i_ < n_ && IsModuleEnd(At())) Take(node);
+    if (i_ < n_ && IsModuleEnd(At())) {
+      Take(node);
+      TakeEndLabel(node);
+    }
   }
 
   // "begin [: label] items end [: label]"; a label makes a named block.

@@ -529,6 +529,21 @@ const FilterCase kCases[] = {
     {"DeclarationsOutsideModportsAreKept",
      "interface bus;\nlogic valid;\nlogic valid;\nmodport m (\n  input valid\n);\nendinterface\n", 2, "dupli-define",
      "signal 'valid' defined 3 times", kKept},
+    {"LocalsOfFunctionsAfterALabelledEnd",
+     "package p;\n"
+     "function automatic logic t(logic v);\n"
+     "  return v;\n"
+     "endfunction : t\n"
+     "function automatic logic f(logic a);\n"
+     "  logic [3:0] x;\n"
+     "  x = a;\n"
+     "endfunction : f\n"
+     "function automatic logic g(logic a);\n"
+     "  logic [3:0] x;\n"
+     "  x = a;\n"
+     "endfunction : g\n"
+     "endpackage\n",
+     9, "dupli-define", "signal 'x' defined 2 times", LintFilter::kGenerateScope},
     {"LocalsOfTwoFunctions",
      "module m;\n"
      "function f;\n"

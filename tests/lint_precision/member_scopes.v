@@ -13,7 +13,12 @@ package pkt_pkg;
     logic [3:0] error;
     error = {v[1:0], v[3:2]};
     return error;
-  endfunction
+  endfunction : swap
+  function automatic logic [3:0] twice(input logic [3:0] v);
+    logic [3:0] error;
+    error = v + v;
+    return error;
+  endfunction : twice
 endpackage
 
 module member_scopes (
