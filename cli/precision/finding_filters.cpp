@@ -189,20 +189,30 @@ class FindingProof {
     const std::size_t module = scopes_.ModuleOf(scopes_.NodeOfToken(*first));
     const bool declaration = finding_.message.rfind("signal '", 0) == 0 || finding_.message.rfind("parameter '", 0) == 0;
     if (finding_.check == "dupli-define" && declaration) {
-      const std::vector<std::size_t> declarations = DeclarationTokens(*name, module);
-      if (declarations.size() < 2 || declarations.size() != TimesCount(finding_.message)) return false;
-      std::vector<std::pair<int, std::size_t>> seen;
-      for (std::size_t t : declarations) {
-        std::pair<int, std::size_t> scope{0, 0};
-        if (const std::optional<std::size_t> body = scopes_.InnermostAggregate(t)) {
-          scope = {1, *body};
-        } else if (const std::optional<std::size_t> routine = scopes_.InnermostRoutine(scopes_.NodeOfToken(t))) {
-          scope = {2, *routine};
+      // Exactly the counted places, each in a scope of its own.
+      const auto inScopesApart = [this](const std::vector<std::size_t>& declarations, std::optional<std::size_t> count) {
+        if (declarations.size() < 2 || declarations.size() != count) return false;
+        std::vector<std::pair<int, std::size_t>> seen;
+        for (std::size_t t : declarations) {
+          std::pair<int, std::size_t> scope{0, 0};
+          if (const std::optional<std::size_t> body = scopes_.InnermostAggregate(t)) {
+            scope = {1, *body};
+          } else if (const std::optional<std::size_t> routine = scopes_.InnermostRoutine(scopes_.NodeOfToken(t))) {
+            scope = {2, *routine};
+          }
+          if (std::find(seen.begin(), seen.end(), scope) != seen.end()) return false;
+          seen.push_back(scope);
         }
-        if (std::find(seen.begin(), seen.end(), scope) != seen.end()) return false;
-        seen.push_back(scope);
-      }
-      return true;
+        return true;
+      };
+      const std::optional<std::size_t> count = TimesCount(finding_.message);
+      if (inScopesApart(DeclarationTokens(*name, module), count)) return true;
+      if (finding_.message.rfind("signal '", 0) != 0) return false;
+      // As many places as the linter counted, among places that hold all it
+      // counts, are exactly its places.
+      std::vector<std::size_t> places;
+      for (const DeclarationPlace& place : LinterDeclarationPlaces(*name, module)) places.push_back(place.token);
+      return inScopesApart(places, count);
     }
     if (finding_.check == "repeated-assig") {
       // A whole-signal assign counts as the empty path; two assigns in

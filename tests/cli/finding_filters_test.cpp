@@ -529,6 +529,18 @@ const FilterCase kCases[] = {
     {"DeclarationsOutsideModportsAreKept",
      "interface bus;\nlogic valid;\nlogic valid;\nmodport m (\n  input valid\n);\nendinterface\n", 2, "dupli-define",
      "signal 'valid' defined 3 times", kKept},
+    {"MembersOfTwoStructsNamedInAParameter",
+     "module m;\n"
+     "typedef struct packed {\n"
+     "  logic a;\n"
+     "} s_t;\n"
+     "typedef struct packed {\n"
+     "  logic a;\n"
+     "  logic b;\n"
+     "} t_t;\n"
+     "localparam t_t P = '{a: 1'b1, b: 1'b0};\n"
+     "endmodule\n",
+     5, "dupli-define", "signal 'a' defined 2 times", LintFilter::kMemberScopes},
     {"LocalsOfFunctionsAfterALabelledEnd",
      "package p;\n"
      "function automatic logic t(logic v);\n"

@@ -9,6 +9,7 @@ package pkt_pkg;
     logic [3:0] opcode;
     logic       error;
   } rsp_t;
+  localparam cmd_t kIdle = '{opcode: 4'h0, valid: 1'b0};
   function automatic logic [3:0] swap(input logic [3:0] v);
     logic [3:0] error;
     error = {v[1:0], v[3:2]};
