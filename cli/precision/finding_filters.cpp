@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "precision/assignment_paths.h"
+#include "precision/declaration_places.h"
 #include "precision/procedural_drives.h"
 #include "precision/statement_paths.h"
 
@@ -134,7 +135,17 @@ class FindingProof {
     const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
     if (!name || name->empty() || !module) return false;
     if (duplicate && TimesCount(finding_.message) != 2u) return false;
-    return IsDirectionThenType(DeclarationTokens(*name, *module), duplicate);
+    if (IsDirectionThenType(OnTheirLines(DeclarationTokens(*name, *module)), duplicate)) return true;
+    // Two places where the linter may count the name, and it counted two:
+    // they are the ones it counted. Both must be the module's own (not a
+    // modport's item, not a routine's port).
+    if (!duplicate) return false;
+    const std::vector<DeclarationPlace> places = LinterDeclarationPlaces(*name, *module);
+    for (const DeclarationPlace& place : places) {
+      const std::size_t node = scopes_.NodeOfToken(place.token);
+      if (scopes_.IsInInterfaceItems(node) || scopes_.InnermostRoutine(node)) return false;
+    }
+    return IsDirectionThenType(places, true);
   }
 
   // A modport's or clocking block's "input x" names a signal declared
@@ -256,9 +267,9 @@ class FindingProof {
       const std::vector<DeclarationPlace> places = LinterDeclarationPlaces(*name, *module);
       const std::optional<std::size_t> count = TimesCount(finding_.message);
       if (!count || places.size() < *count) return false;
-      std::vector<std::size_t> declared;
+      std::vector<DeclarationPlace> declared;
       for (const DeclarationPlace& place : places) {
-        if (!IsInInitializer(tokens, place.statement, place.token)) declared.push_back(place.token);
+        if (!IsInInitializer(tokens, place.statement, place.token)) declared.push_back(place);
       }
       if (declared.size() == places.size()) return false;
       return declared.size() <= 1 || IsDirectionThenType(declared, true);
@@ -646,18 +657,16 @@ class FindingProof {
 
   // Two declarations: one by direction only, one by type only (for a
   // "wire-always" finding, the type must be a variable's).
-  bool IsDirectionThenType(const std::vector<std::size_t>& declarations, bool duplicate) const {
+  bool IsDirectionThenType(const std::vector<DeclarationPlace>& declarations, bool duplicate) const {
     if (declarations.size() != 2) return false;
     int directions = 0;
     int types = 0;
     int variables = 0;
-    for (std::size_t t : declarations) {
-      const std::optional<std::size_t> first = FirstTokenOfLine(scopes_.Tokens()[t].line);
-      if (!first) return false;
+    for (const DeclarationPlace& place : declarations) {
       bool direction = false;
       bool type = false;
       bool variable = false;
-      for (std::size_t k = *first; k < t; ++k) {
+      for (std::size_t k = place.statement; k < place.token; ++k) {
         const Token& word = scopes_.Tokens()[k];
         if (IsAnyOf(word, {"input", "output", "inout"})) direction = true;
         if (IsAnyOf(word, {"wire", "tri"})) type = true;
@@ -670,43 +679,25 @@ class FindingProof {
     return directions == 1 && types == 1 && (duplicate || variables == 1);
   }
 
-  // A word the linter may read as a declared name: `token`, in the
-  // declaration whose line starts with the token `statement`.
-  struct DeclarationPlace {
-    std::size_t token;
-    std::size_t statement;
-  };
-
-  // The linter reads a line that starts with input, output, inout, wire, reg
-  // or logic (any letter case) as a declaration, joined with the lines after
-  // it until one holds a ";" or ")" or starts with such a word, and takes
-  // each comma-separated piece as a name. Every such word spelt `name` in
-  // the module is a place it may have counted (more places than it counted,
-  // never fewer: strings and directives hide a ";" from this scan only to
-  // join more lines).
-  std::vector<DeclarationPlace> LinterDeclarationPlaces(std::string_view name, std::size_t module) const {
-    const std::vector<Token>& tokens = scopes_.Tokens();
+  // Declaration words, each with the first token of its line as the start
+  // of its declaration; none when a word's line has no first token.
+  std::vector<DeclarationPlace> OnTheirLines(const std::vector<std::size_t>& words) const {
     std::vector<DeclarationPlace> places;
-    constexpr std::size_t kNoStatement = static_cast<std::size_t>(-1);
-    std::size_t statement = kNoStatement;
-    bool ended = false;
-    for (std::size_t t = 0; t < tokens.size(); ++t) {
-      const Token& token = tokens[t];
-      if (t == 0 || token.line != tokens[t - 1].line) {
-        if (ended) statement = kNoStatement;
-        ended = false;
-        if (token.kind == Token::Kind::kWord &&
-            (EqualFoldingCase(token.text, "input") || EqualFoldingCase(token.text, "output") ||
-             EqualFoldingCase(token.text, "inout") || EqualFoldingCase(token.text, "wire") ||
-             EqualFoldingCase(token.text, "reg") || EqualFoldingCase(token.text, "logic"))) {
-          statement = t;
-          continue;
-        }
-      }
-      if (statement == kNoStatement) continue;
-      if (token.Is(";") || token.Is(")")) ended = true;
-      if (token.text == name && scopes_.ModuleOf(scopes_.NodeOfToken(t)) == module) places.push_back({t, statement});
+    for (std::size_t t : words) {
+      const std::optional<std::size_t> first = FirstTokenOfLine(scopes_.Tokens()[t].line);
+      if (!first) return {};
+      places.push_back({t, *first});
     }
+    return places;
+  }
+
+  // The places in the module where the linter may have read `name` as
+  // declared (see FindDeclarationPlaces).
+  std::vector<DeclarationPlace> LinterDeclarationPlaces(std::string_view name, std::size_t module) const {
+    std::vector<DeclarationPlace> places = FindDeclarationPlaces(scopes_.Tokens(), name);
+    std::erase_if(places, [this, module](const DeclarationPlace& place) {
+      return scopes_.ModuleOf(scopes_.NodeOfToken(place.token)) != module;
+    });
     return places;
   }
 
@@ -779,11 +770,18 @@ class FindingProof {
     const std::optional<std::size_t> count = TimesCount(finding_.message);
     const std::optional<std::size_t> module = ModuleOfLine(finding_.line);
     if (!count || !module) return false;
-    const std::vector<std::size_t> declarations = DeclarationTokens(name, *module);
-    if (declarations.size() != *count) return false;
-    std::vector<std::size_t> nodes;
-    for (std::size_t t : declarations) nodes.push_back(scopes_.NodeOfToken(t));
-    return PairwiseApart(nodes, name, false);
+    const auto apart = [&](const std::vector<std::size_t>& declarations) {
+      if (declarations.size() != *count) return false;
+      std::vector<std::size_t> nodes;
+      for (std::size_t t : declarations) nodes.push_back(scopes_.NodeOfToken(t));
+      return PairwiseApart(nodes, name, false);
+    };
+    if (apart(DeclarationTokens(name, *module))) return true;
+    if (finding_.message.rfind("signal '", 0) != 0) return false;
+    // As many places as the linter counted are exactly its places.
+    std::vector<std::size_t> places;
+    for (const DeclarationPlace& place : LinterDeclarationPlaces(name, *module)) places.push_back(place.token);
+    return apart(places);
   }
 
   bool InstancesApart(std::string_view name) const {

@@ -646,7 +646,7 @@ const FilterCase kCases[] = {
     {"AssignsToDifferentConstantSelects", "module m;\nassign s[1].v = 1;\nassign s[0].v = 0;\nendmodule\n", 1,
      "repeated-assig", "signal 's' assigned 2 times by assign", LintFilter::kMemberScopes},
     // Initializers.
-    {"NameReadInAnInitializer", "module m;\nreg q;\nwire r = q;\nendmodule\n", 2, "dupli-define",
+    {"NameReadInAnInitializer", "module m;\nreg q;\nwire [2:0] r = {a, q, b};\nendmodule\n", 2, "dupli-define",
      "signal 'q' defined 2 times", LintFilter::kInitializerNames},
     {"NamesInAnInitializerOverLines",
      "module m;\nwire [3:0] a;\nwire [3:0] s = f ?\n  {a[0], a[1],\n   a[2]} : a;\nendmodule\n", 2, "dupli-define",

@@ -15,6 +15,16 @@ module named_blocks (
     always @(posedge clk) local_q <= b;
   end
 
+  // A net's initializer that reads the name is no third declaration.
+  genvar i, j;
+  for (i = 0; i < 2; i = i + 1) begin : g_reader
+    reg [3:0] ptr = 4'd0, ptr_next;
+    wire empty = ptr == 4'd0;
+  end
+  for (j = 0; j < 2; j = j + 1) begin : g_writer
+    reg [3:0] ptr = 4'd0, ptr_next;
+  end
+
   begin : g_third
     always @(posedge clk) shared <= a; // expect: multi-driver
   end
