@@ -243,7 +243,11 @@ class FindingProof {
         }
         paths.emplace_back(std::move(path.segments), node);
       }
-      return paths.size() >= 2 && paths.size() == TimesCount(finding_.message);
+      // The linter counts only assigns whose left side starts with the name
+      // and holds no "[" or "{": each is among those read here, so when all
+      // of these are apart, so are the ones it counted.
+      const std::optional<std::size_t> count = TimesCount(finding_.message);
+      return count && *count >= 2 && paths.size() >= *count;
     }
     return false;
   }

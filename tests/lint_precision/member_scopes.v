@@ -31,6 +31,10 @@ module member_scopes (
   assign bus.hi.data = a[7:4];
   assign bus.hi.flag = a[0];
 
+  assign pkt.opcode = a[3:0];
+  assign pkt.data[7:0] = a;
+  assign pkt.valid = a[4];
+
   assign q.x = a[1]; // expect: repeated-assig
   assign q.x = a[2];
 endmodule
