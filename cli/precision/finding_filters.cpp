@@ -537,7 +537,8 @@ class FindingProof {
     const std::size_t module = scopes_.ModuleOf(block->node);
     return EveryPathAssigns(
         scopes_.Tokens(), *block, [this, module](std::string_view name) { return IsInputOnly(name, module); },
-        [this, module](std::string_view name) { return DeclaredWidth(name, module); });
+        [this, module](std::string_view name) { return DeclaredWidth(name, module); },
+        [this, module](std::string_view name) { return IsLoopIndexOnly(name, module); });
   }
 
  private:
@@ -586,6 +587,67 @@ class FindingProof {
   // Every declaration of the name in the module is an input port's: the
   // nearest direction before it (a port list's "input a, b" gives both) is
   // "input", within its statement.
+  // Whether every use of `name` in the module, declarations aside, lies in
+  // a "for" loop that starts by assigning it ("for (i = 0; ...)"), in its
+  // header or its body: the value never outlives a loop, so a path that
+  // leaves it unassigned keeps no state in it.
+  bool IsLoopIndexOnly(std::string_view name, std::size_t module) const {
+    if (module == 0) return false;
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    std::vector<std::pair<std::size_t, std::size_t>> loops;  // [for, end of body)
+    for (std::size_t t = 0; t + 3 < tokens.size(); ++t) {
+      if (!tokens[t].Is("for") || !tokens[t + 1].Is("(") || tokens[t + 2].text != name || !tokens[t + 3].Is("=")) {
+        continue;
+      }
+      if (scopes_.ModuleOf(scopes_.NodeOfToken(t)) != module) continue;
+      const std::optional<std::size_t> end = LoopEnd(t + 1);
+      if (!end) return false;
+      loops.emplace_back(t, *end);
+    }
+    if (loops.empty()) return false;
+    for (std::size_t t = 0; t < tokens.size(); ++t) {
+      if (tokens[t].kind != Token::Kind::kWord || !EqualFoldingCase(tokens[t].text, name)) continue;
+      if (scopes_.ModuleOf(scopes_.NodeOfToken(t)) != module) continue;
+      const bool inLoop = std::any_of(loops.begin(), loops.end(), [t](const auto& loop) {
+        return loop.first < t && t < loop.second;
+      });
+      if (inLoop) continue;
+      const std::optional<std::size_t> first = FirstTokenOfLine(tokens[t].line);
+      if (!first || !IsAnyOf(tokens[*first], {"integer", "int", "reg", "logic", "genvar"}) ||
+          IsInInitializer(tokens, *first, t)) {
+        return false;
+      }
+    }
+    return true;
+  }
+
+  // The end of the loop whose header's "(" is at `open`: after its body's
+  // "end" when the body is "begin ... end", else after its first ";" (a
+  // body of more statements ends later, which only keeps more uses out).
+  std::optional<std::size_t> LoopEnd(std::size_t open) const {
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    std::size_t depth = 0;
+    std::size_t k = open;
+    for (; k < tokens.size(); ++k) {
+      if (tokens[k].Is("(")) ++depth;
+      if (tokens[k].Is(")") && --depth == 0) break;
+    }
+    if (k + 1 >= tokens.size()) return std::nullopt;
+    ++k;
+    if (tokens[k].Is("begin")) {
+      std::size_t nesting = 0;
+      for (; k < tokens.size(); ++k) {
+        if (tokens[k].Is("begin")) ++nesting;
+        if (tokens[k].Is("end") && --nesting == 0) return k + 1;
+      }
+      return std::nullopt;
+    }
+    for (; k < tokens.size(); ++k) {
+      if (tokens[k].Is(";")) return k + 1;
+    }
+    return std::nullopt;
+  }
+
   bool IsInputOnly(std::string_view name, std::size_t module) const {
     const std::vector<std::size_t> declarations = DeclarationTokens(name, module);
     if (module == 0 || declarations.empty()) return false;

@@ -89,7 +89,7 @@ inline constexpr std::array<LintFilterInfo, 17> kLintFilters = {{
      "comb-loop findings on an always block that assigns the signal whole before any read of it"},
     {LintFilter::kCompletePaths, "complete-paths",
      "latch findings on blocks that assign every target on every path (complete if/else and case, loops after "
-     "defaults)"},
+     "defaults, loop indices read only in their loops)"},
 }};
 
 std::optional<LintFilter> FindLintFilter(std::string_view name);

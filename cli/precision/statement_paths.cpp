@@ -409,7 +409,8 @@ class PathReader {
 
 bool EveryPathAssigns(const std::vector<Token>& tokens, const ProceduralBlock& block,
                       const std::function<bool(std::string_view)>& isInput,
-                      const std::function<std::optional<unsigned>(std::string_view)>& declaredWidth) {
+                      const std::function<std::optional<unsigned>(std::string_view)>& declaredWidth,
+                      const std::function<bool(std::string_view)>& isLoopIndex) {
   const std::size_t end = std::min(block.end, tokens.size());
   Names passed;
   const PathReader reader(tokens, end, &passed, declaredWidth);
@@ -417,7 +418,8 @@ bool EveryPathAssigns(const std::vector<Token>& tokens, const ProceduralBlock& b
   const std::size_t after = reader.Read(BodyStart(tokens, block), assigned, 0);
   if (after == kNoStatementEnd || after > end) return false;
   const auto covered = [&assigned](std::string_view name) { return Holds(assigned.must, name); };
-  return std::all_of(assigned.may.begin(), assigned.may.end(), covered) &&
+  return std::all_of(assigned.may.begin(), assigned.may.end(),
+                     [&](std::string_view name) { return covered(name) || isLoopIndex(name); }) &&
          std::all_of(passed.begin(), passed.end(),
                      [&](std::string_view name) { return covered(name) || isInput(name); });
 }

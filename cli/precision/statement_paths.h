@@ -25,9 +25,12 @@ namespace quill::cli {
 // A plain "case" without default on a selector whose width `declaredWidth`
 // gives (or a one-bit select "name[3]"), whose labels are numbers covering
 // every value, is complete too.
+// A loop index (`isLoopIndex`: used only in loops that start by assigning
+// it) needs no cover.
 bool EveryPathAssigns(const std::vector<Token>& tokens, const ProceduralBlock& block,
                       const std::function<bool(std::string_view)>& isInput,
-                      const std::function<std::optional<unsigned>(std::string_view)>& declaredWidth);
+                      const std::function<std::optional<unsigned>(std::string_view)>& declaredWidth,
+                      const std::function<bool(std::string_view)>& isLoopIndex);
 
 // True when the block is "begin ... end" whose top-level statements assign
 // `name` whole ("name = expr;", an expression that does not read it) before

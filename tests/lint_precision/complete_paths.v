@@ -96,4 +96,28 @@ module complete_paths (
     else k[0] = b[0];
     if (we) k = b;
   end
+
+  // A loop index assigned only under an if keeps nothing: it is read only
+  // inside the loops that start by assigning it.
+  integer i1;
+  always @(*) begin
+    hit = 1'b0;
+    if (en) begin
+      for (i1 = 0; i1 < 4; i1 = i1 + 1) begin
+        if (a[i1]) hit = 1'b1;
+      end
+    end
+  end
+
+  // Read after its loop, the index holds state between runs of the block.
+  integer i2;
+  always @(*) begin // expect: latch
+    last = 2'd0;
+    if (en) begin
+      for (i2 = 0; i2 < 4; i2 = i2 + 1) begin
+        if (a[i2]) last = b;
+      end
+    end
+    found = i2;
+  end
 endmodule

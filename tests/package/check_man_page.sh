@@ -24,5 +24,12 @@ missing=0
 while IFS= read -r word; do
   grep -qE -- "(^|[^a-zA-Z-])$word([^a-zA-Z-]|\$)" "$scratch/page.txt" || { echo "the manual page lacks $word"; missing=1; }
 done <"$scratch/words"
+# Every lint filter that `quill lint --help` names has its entry.
+filters=$("$quill" lint --help | sed -n 's/.*Turn off one lint filter (\(.*\)).*/\1/p' | tr ',' '\n' | tr -d ' ')
+[ -n "$filters" ] || { echo "no filter names found in quill lint --help"; exit 1; }
+while IFS= read -r filter; do
+  grep -qx -- ".B $filter" "$scratch/page.txt" || { echo "the manual page lacks the filter $filter"; missing=1; }
+done <<<"$filters"
 [ "$missing" = 0 ] || exit 1
-echo "the manual page renders without warnings and names all $(wc -l <"$scratch/words") commands and options"
+echo "the manual page renders without warnings and names all $(wc -l <"$scratch/words") commands and options" \
+  "and all $(wc -l <<<"$filters") lint filters"
