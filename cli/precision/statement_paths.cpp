@@ -98,7 +98,8 @@ class PathReader {
     if (token.Is("begin")) return ReadSequence(j, assigned, depth);
     if (IsAnyOf(token, {"unique", "unique0", "priority"})) return Read(j + 1, assigned, depth + 1);
     if (token.Is("if")) return ReadIf(j, assigned, depth);
-    if (IsAnyOf(token, {"case", "casex", "casez"})) return ReadCase(j, assigned, depth);
+    if (IsAnyOf(token, {"case", "casex", "casez"})) return ReadCase(j, assigned, depth, false);
+    if (token.Is("(") && j + 1 < end_ && tokens_[j + 1].Is("*")) return ReadAttributed(j, assigned, depth);
     if (token.Is("for")) return ReadFor(j, assigned, depth);
     // Inside a loop's body, whose assignments count only as possible ones,
     // leaving it early changes nothing.
@@ -222,7 +223,24 @@ class PathReader {
     return kNoStatementEnd;
   }
 
-  std::size_t ReadCase(std::size_t j, Assigned& assigned, std::size_t depth) const {
+  // "(* ... *) statement": an attribute changes nothing of the statement,
+  // except that "full_case" declares a case complete: its designer states
+  // that no other value occurs, and synthesis builds no latch for it.
+  std::size_t ReadAttributed(std::size_t j, Assigned& assigned, std::size_t depth) const {
+    bool full = false;
+    for (std::size_t k = j + 2; k + 1 < end_; ++k) {
+      if (tokens_[k].Is("full_case")) full = true;
+      if (!tokens_[k].Is("*") || !tokens_[k + 1].Is(")")) continue;
+      const std::size_t next = k + 2;
+      if (full && next < end_ && IsAnyOf(tokens_[next], {"case", "casex", "casez"})) {
+        return ReadCase(next, assigned, depth + 1, true);
+      }
+      return Read(next, assigned, depth + 1);
+    }
+    return kNoStatementEnd;
+  }
+
+  std::size_t ReadCase(std::size_t j, Assigned& assigned, std::size_t depth, bool declaredFull) const {
     const std::optional<unsigned> selector = tokens_[j].Is("case") ? SelectorWidth(j + 1) : std::nullopt;
     const unsigned width = selector.value_or(0);
     std::vector<std::uint32_t> values;
@@ -244,12 +262,13 @@ class PathReader {
       k = Read(k, items.back(), depth + 1);
     }
     if (k == kNoStatementEnd || k >= end_) return kNoStatementEnd;
-    const bool full = numbered && values.size() == (std::size_t{1} << width);
+    const bool full = declaredFull || (numbered && values.size() == (std::size_t{1} << width));
     AddBranches(assigned, items, hasDefault || full);
     return k + 1;
   }
 
-  // The width of "(name)" or "(name[3])" at `open`, up to 12 bits.
+  // The width of "(name)", "(name[3])" or "(name[3:2])" at `open`, up to 12
+  // bits.
   std::optional<unsigned> SelectorWidth(std::size_t open) const {
     if (!declaredWidth_ || open + 2 >= end_ || !tokens_[open].Is("(")) return std::nullopt;
     const Token& name = tokens_[open + 1];
@@ -262,7 +281,15 @@ class PathReader {
     const bool bit = open + 5 < end_ && tokens_[open + 2].Is("[") && tokens_[open + 3].kind == Token::Kind::kNumber &&
                      NumberValue(tokens_[open + 3].text) && tokens_[open + 4].Is("]") && tokens_[open + 5].Is(")");
     if (bit && declaredWidth_(name.text)) return 1u;
-    return std::nullopt;
+    // "(name[3:2])": as many bits as the part names.
+    const bool part = open + 7 < end_ && tokens_[open + 2].Is("[") && tokens_[open + 3].kind == Token::Kind::kNumber &&
+                      tokens_[open + 4].Is(":") && tokens_[open + 5].kind == Token::Kind::kNumber &&
+                      tokens_[open + 6].Is("]") && tokens_[open + 7].Is(")");
+    if (!part || !declaredWidth_(name.text)) return std::nullopt;
+    const std::optional<std::uint64_t> high = NumberValue(tokens_[open + 3].text);
+    const std::optional<std::uint64_t> low = NumberValue(tokens_[open + 5].text);
+    if (!high || !low || *high < *low || *high - *low >= 12) return std::nullopt;
+    return static_cast<unsigned>(*high - *low + 1);
   }
 
   // Adds the values of the labels "3'b001, 3'b010:" from `k` that fit in

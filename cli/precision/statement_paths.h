@@ -23,8 +23,9 @@ namespace quill::cli {
 // the names passed to it: each must be covered too, or be an input
 // (`isInput`), which nothing in the module may assign.
 // A plain "case" without default on a selector whose width `declaredWidth`
-// gives (or a one-bit select "name[3]"), whose labels are numbers covering
-// every value, is complete too.
+// gives (or a select "name[3]", "name[3:2]"), whose labels are numbers
+// covering every value, is complete too, and so is a case marked
+// "(* full_case *)"; other attributes are passed over.
 // A loop index (`isLoopIndex`: used only in loops that start by assigning
 // it) needs no cover.
 bool EveryPathAssigns(const std::vector<Token>& tokens, const ProceduralBlock& block,

@@ -97,6 +97,45 @@ module complete_paths (
     if (we) k = b;
   end
 
+  // An attribute before a statement changes nothing; "full_case" declares
+  // the case complete.
+  always @(*) begin
+    pick = 2'bx;
+    (* parallel_case *)
+    case (1'b1)
+      a[0]: pick = 2'd1;
+      a[1]: pick = 2'd2;
+    endcase
+  end
+
+  always @(*) begin
+    (* full_case *)
+    case (sel)
+      2'd0: chosen = a;
+      2'd1: chosen = b;
+      2'd2: chosen = ~a;
+    endcase
+  end
+
+  // A part of a plainly declared vector as the selector, every value named.
+  reg [3:0] mode;
+  always @(*) begin
+    case (mode[1:0])
+      2'b00: lane = a[0];
+      2'b01: lane = a[1];
+      2'b10: lane = a[2];
+      2'b11: lane = a[3];
+    endcase
+  end
+
+  always @(*) begin // expect: latch
+    case (mode[1:0])
+      2'b00: half = a[0];
+      2'b01: half = a[1];
+      2'b10: half = a[2];
+    endcase
+  end
+
   // A loop index assigned only under an if keeps nothing: it is read only
   // inside the loops that start by assigning it.
   integer i1;
