@@ -9,16 +9,14 @@ const assert = require('node:assert/strict');
 const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
-const { spawn, spawnSync } = require('node:child_process');
+const { spawnSync } = require('node:child_process');
 const {
-  createProtocolConnection, StreamMessageReader, StreamMessageWriter, InitializeRequest,
-  InitializedNotification, DidOpenTextDocumentNotification, DidChangeTextDocumentNotification,
-  PublishDiagnosticsNotification, DocumentFormattingRequest, DocumentRangeFormattingRequest,
-  SemanticTokensRequest, SemanticTokensRangeRequest, ShutdownRequest, ExitNotification,
+  InitializeRequest, InitializedNotification, DidOpenTextDocumentNotification, DidChangeTextDocumentNotification,
+  DocumentFormattingRequest, DocumentRangeFormattingRequest, SemanticTokensRequest, SemanticTokensRangeRequest,
   DocumentSymbolRequest, DefinitionRequest, HoverRequest, ReferencesRequest, FoldingRangeRequest,
-  CodeActionRequest, WorkspaceSymbolRequest, DocumentHighlightRequest, WorkDoneProgressCreateRequest,
-  RegistrationRequest, DidChangeWatchedFilesNotification,
+  CodeActionRequest, WorkspaceSymbolRequest, DocumentHighlightRequest, DidChangeWatchedFilesNotification,
 } = require('vscode-languageserver-protocol/node');
+const { startSession } = require('./vscode_session');
 
 const quill = process.argv[2];
 assert.ok(quill, 'usage: node vscode_client_test.js PATH_TO_QUILL');
@@ -38,34 +36,7 @@ function applyEdits(text, edits) {
 }
 
 async function main() {
-  const server = spawn(quill, ['lsp'], { stdio: ['pipe', 'pipe', 'inherit'] });
-  const exited = new Promise((resolve) => server.on('exit', (code) => resolve(code)));
-  const connection = createProtocolConnection(new StreamMessageReader(server.stdout),
-                                              new StreamMessageWriter(server.stdin));
-  const diagnostics = new Map();
-  const waiters = [];
-  connection.onNotification(PublishDiagnosticsNotification.type, (params) => {
-    diagnostics.set(params.uri, params.diagnostics);
-    waiters.splice(0).forEach((w) => w());
-  });
-  let progressEnded;
-  const indexed = new Promise((resolve) => { progressEnded = resolve; });
-  const progressKinds = [];
-  connection.onRequest(WorkDoneProgressCreateRequest.type, () => null);
-  const registrations = [];
-  connection.onRequest(RegistrationRequest.type, (params) => { registrations.push(...params.registrations); return null; });
-  connection.onNotification('$/progress', (params) => {
-    progressKinds.push(params.value.kind);
-    if (params.value.kind === 'end') progressEnded();
-  });
-  connection.listen();
-  const waitForDiagnostics = async (uri, predicate) => {
-    for (let tries = 0; tries < 50; ++tries) {
-      if (diagnostics.has(uri) && predicate(diagnostics.get(uri))) return diagnostics.get(uri);
-      await Promise.race([new Promise((r) => waiters.push(r)), new Promise((r) => setTimeout(r, 200))]);
-    }
-    throw new Error(`no diagnostics for ${uri}`);
-  };
+  const { connection, waitForDiagnostics, indexed, progressKinds, registrations, shutDown } = startSession(quill);
 
   // A workspace of two files on disk, indexed by the server.
   const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'quill-lsp-'));
@@ -251,10 +222,7 @@ async function main() {
   // Unknown methods are errors, not crashes.
   await assert.rejects(connection.sendRequest('quill/noSuchMethod', {}));
 
-  await connection.sendRequest(ShutdownRequest.type);
-  connection.sendNotification(ExitNotification.type);
-  assert.equal(await exited, 0);
-  connection.dispose();
+  await shutDown();
   console.log('vscode-languageserver-protocol client: all checks passed');
 }
 

@@ -9,14 +9,11 @@ const assert = require('node:assert/strict');
 const fs = require('node:fs');
 const path = require('node:path');
 const { pathToFileURL } = require('node:url');
-const { spawn } = require('node:child_process');
 const {
-  createProtocolConnection, StreamMessageReader, StreamMessageWriter, InitializeRequest,
-  InitializedNotification, DidOpenTextDocumentNotification, PublishDiagnosticsNotification,
-  ShutdownRequest, ExitNotification, DocumentSymbolRequest, DefinitionRequest, HoverRequest,
-  ReferencesRequest, FoldingRangeRequest, CodeActionRequest, WorkDoneProgressCreateRequest,
-  RegistrationRequest,
+  InitializeRequest, InitializedNotification, DidOpenTextDocumentNotification, DocumentSymbolRequest,
+  DefinitionRequest, HoverRequest, ReferencesRequest, FoldingRangeRequest, CodeActionRequest,
 } = require('vscode-languageserver-protocol/node');
+const { startSession } = require('./vscode_session');
 
 const [quill, project] = process.argv.slice(2);
 assert.ok(quill && project, 'usage: node vscode_corpus_test.js PATH_TO_QUILL CORPUS_PROJECT_FOLDER');
@@ -25,24 +22,7 @@ const uriOf = (relative) => pathToFileURL(path.join(project, relative)).href;
 const at = (relative, line, character) => ({ textDocument: { uri: uriOf(relative) }, position: { line, character } });
 
 async function main() {
-  const server = spawn(quill, ['lsp'], { stdio: ['pipe', 'pipe', 'inherit'] });
-  const exited = new Promise((resolve) => server.on('exit', (code) => resolve(code)));
-  const connection = createProtocolConnection(new StreamMessageReader(server.stdout),
-                                              new StreamMessageWriter(server.stdin));
-  const diagnostics = new Map();
-  const waiters = [];
-  connection.onNotification(PublishDiagnosticsNotification.type, (params) => {
-    diagnostics.set(params.uri, params.diagnostics);
-    waiters.splice(0).forEach((w) => w());
-  });
-  let progressEnded;
-  const indexed = new Promise((resolve) => { progressEnded = resolve; });
-  connection.onRequest(WorkDoneProgressCreateRequest.type, () => null);
-  connection.onRequest(RegistrationRequest.type, () => null);
-  connection.onNotification('$/progress', (params) => {
-    if (params.value.kind === 'end') progressEnded();
-  });
-  connection.listen();
+  const { connection, waitForDiagnostics, indexed, shutDown } = startSession(quill);
 
   await connection.sendRequest(InitializeRequest.type, {
     processId: process.pid,
@@ -87,14 +67,10 @@ async function main() {
 
   // serv_rf_if.v line 140 assigns a 5-bit value to a 1-bit output.
   const rfIf = uriOf('rtl/serv_rf_if.v');
-  const gotDiagnostics = new Promise((resolve) => {
-    const check = () => (diagnostics.has(rfIf) ? resolve() : waiters.push(check));
-    check();
-  });
   open('rtl/serv_rf_if.v');
-  await gotDiagnostics;
-  const onLine = diagnostics.get(rfIf).filter((d) => d.range.start.line === 139);
-  assert.ok(onLine.some((d) => d.code === 'width-mismatch'), JSON.stringify(diagnostics.get(rfIf)));
+  const published = await waitForDiagnostics(rfIf);
+  const onLine = published.filter((d) => d.range.start.line === 139);
+  assert.ok(onLine.some((d) => d.code === 'width-mismatch'), JSON.stringify(published));
   const actions = await connection.sendRequest(CodeActionRequest.type, {
     textDocument: { uri: rfIf },
     range: { start: { line: 139, character: 0 }, end: { line: 139, character: 0 } },
@@ -102,10 +78,7 @@ async function main() {
   });
   assert.ok(actions.some((a) => a.title === 'Disable width-mismatch on this line'), JSON.stringify(actions));
 
-  await connection.sendRequest(ShutdownRequest.type);
-  connection.sendNotification(ExitNotification.type);
-  assert.equal(await exited, 0);
-  connection.dispose();
+  await shutDown();
   console.log('vscode protocol client on corpus files: outline, definition, hover, references, folding, code action passed');
 }
 
