@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
 """Draws a reproducible sample of `quill lint` findings on a folder, for judging by hand.
 
-Usage: sample_findings.py [--quill build/dev/cli/quill] [--seed N] [--count N] [FOLDER]
+Usage: sample_findings.py [--quill build/dev/cli/quill] [--seed N] [--count N] [--exclude TEXT] [FOLDER]
 
 Runs `quill lint --isolated --no-ignore --format=json FOLDER` (all filters on, no quill.toml), sorts
 the findings by path, line, check and message, and prints COUNT of them drawn with random.Random(SEED),
-each with three lines of context around it.
+each with three lines of context around it. With --exclude, findings whose path holds TEXT are left
+out before the draw (for a draw over hand-written files only).
 """
 
 import argparse
@@ -22,13 +23,15 @@ def main():
     parser.add_argument("--quill", default=os.path.join(here, "..", "..", "build", "dev", "cli", "quill"))
     parser.add_argument("--seed", type=int, default=2026)
     parser.add_argument("--count", type=int, default=20)
+    parser.add_argument("--exclude", action="append", default=[])
     parser.add_argument("folder", nargs="?", default=os.path.join(here, "..", "..", "..", "shared", "corpus"))
     args = parser.parse_args()
     run = subprocess.run([args.quill, "lint", "--isolated", "--no-ignore", "--format=json", args.folder],
                          capture_output=True)
     if run.returncode not in (0, 1):
         sys.exit("quill lint failed: " + run.stderr.decode(errors="replace"))
-    findings = json.loads(run.stdout)
+    findings = [finding for finding in json.loads(run.stdout)
+                if not any(text in finding["path"] for text in args.exclude)]
     findings.sort(key=lambda f: (f["path"], f["line"], f["check"], f["message"]))
     sample = random.Random(args.seed).sample(findings, min(args.count, len(findings)))
     print("%d findings, seed %d, %d drawn" % (len(findings), args.seed, len(sample)))
