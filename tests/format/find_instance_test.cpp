@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "format/reference_patterns.h"
+
 namespace quill {
 namespace {
 
@@ -21,6 +23,37 @@ std::optional<TextPosition> CountForward(const TextLines& lines, TextPosition op
     }
   }
   return std::nullopt;
+}
+
+TEST(CollapseBlankRuns, ExactTexts) {
+  struct Case {
+    const char* text;
+    const char* expected;
+  };
+  const Case cases[] = {
+      {"", ""},
+      {"fifo   #(.W(8))\t u", "fifo #(.W(8)) u"},
+      {" \t\v\f\r\n x  ", " x "},
+      {"a\x85" "b\xa0" " c", "a\x85" "b\xa0" " c"},
+      {"no_blanks", "no_blanks"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(CollapseBlankRuns(c.text), c.expected) << c.text;
+}
+
+// The hand scan agrees with replacing every match of "\s+" by one space.
+TEST(CollapseBlankRuns, AgreesWithThePatternOnEveryShortText) {
+  const Pattern& pattern = ReferencePatterns().kBlankRunPattern;
+  const std::string alphabet = "a \t\n\v\f\r\x85";
+  std::vector<std::string> texts = {""};
+  std::size_t begin = 0;
+  for (int length = 1; length <= 5; ++length) {
+    const std::size_t end = texts.size();
+    for (std::size_t i = begin; i < end; ++i) {
+      for (char c : alphabet) texts.push_back(texts[i] + c);
+    }
+    begin = end;
+  }
+  for (const std::string& text : texts) ASSERT_EQ(CollapseBlankRuns(text), pattern.ReplaceAll(text, " ")) << text;
 }
 
 TEST(ParenthesisMatches, BalancesAcrossLines) {

@@ -48,6 +48,29 @@ void ExpectAgreement(const Shape& shape, std::string_view text) {
   EXPECT_EQ(head->end, match.End(0)) << shape.name << " on \"" << text << "\"";
 }
 
+// The one-walk shape tests agree with the patterns they combine.
+void ExpectCombinedAgreement(std::string_view text) {
+  const ReferencePatternTable& p = ReferencePatterns();
+  const bool instance = p.kInstanceHeadPattern.Search(text);
+  const bool param = p.kParamInstanceHeadPattern.Search(text);
+  const bool typeAndName = p.kTypeAndNamePattern.Search(text);
+  const bool singleWord = p.kSingleWordPattern.Search(text);
+  EXPECT_EQ(HasInstanceOrParamHead(text), instance || param) << "on \"" << text << "\"";
+  EXPECT_EQ(HasAnyHeaderShape(text), instance || param || typeAndName || singleWord) << "on \"" << text << "\"";
+}
+
+std::vector<std::string> NamedCases() {
+  return {
+      "fifo u_fifo (", "and g1(a, b, c);", "A\tB  (", "  fifo u_fifo (", "fifo #(", "fifo # (.W(8)) u (",
+      "fifo#(", "fifo u_fifo", "fifo(", "a\tb", "a b c", "a b\n", "fifo", "_1", "fifo ", "a\n", "", "a-b",
+      "foo (x)", "foo bar(", "x\v y\f(", "a b ", "a #", "a # x", "a b #(",
+  };
+}
+
+TEST(InstanceHeadsTest, CombinedShapesOnNamedCases) {
+  for (const std::string& text : NamedCases()) ExpectCombinedAgreement(text);
+}
+
 TEST(InstanceHeadsTest, NamedCases) {
   const std::vector<std::string> cases = {
       "fifo u_fifo (", "and g1(a, b, c);", "A\tB  (", "  fifo u_fifo (", "fifo #(", "fifo # (.W(8)) u (",
@@ -75,6 +98,7 @@ TEST(InstanceHeadsTest, AgreesWithThePatternsOnEveryShortText) {
   const std::vector<Shape> shapes = Shapes();
   for (const std::string& text : texts) {
     for (const Shape& shape : shapes) ExpectAgreement(shape, text);
+    ExpectCombinedAgreement(text);
     if (HasFailure()) return;
   }
 }

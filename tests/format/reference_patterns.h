@@ -30,6 +30,8 @@ struct ReferencePatternTable {
   Pattern kTypeAndNamePattern{R"(^(\w+)\s+(\w+)$)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
   Pattern kSingleWordPattern{R"(^(\w+)$)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
   Pattern kCallHeadPattern{R"(^(\w+)\s*\()", CaseMode::kSensitive, LimitPolicy::kNoMatch};
+  // Blank runs collapsed in an instance header (format/scan/find_instance.h).
+  Pattern kBlankRunPattern{R"(\s+)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
   // Leading-word tests the formatter reads off the line's leading word.
   Pattern kModulePattern{R"(^\s*module\b)", CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};
   Pattern kEndmodulePattern{R"(^\s*endmodule\b)", CaseMode::kIgnoreCase, LimitPolicy::kNoMatch};

@@ -49,7 +49,7 @@ std::vector<Block> FindBlocks(const LineViews& lines, std::vector<BlockLineFacts
   facts->reserve(lines.size());
   for (std::string_view line : lines) {
     facts->push_back(ReadBlockLineFacts(line));
-    finder.Add(facts->back(), BlockStartingAt(line));
+    finder.Add(facts->back(), facts->back().startsBlock);
   }
   std::vector<Block> blocks = finder.Finish();
   std::erase_if(blocks, [](const Block& block) { return block.span.last <= block.span.first; });
@@ -78,7 +78,7 @@ std::string LayoutBlocks(std::string_view text) {
     const std::string_view line = lines[i];
     const bool first = i == 0;
     const std::int64_t levels = indenter.Next(facts[i]);
-    const bool toColumnZero = MovesToColumnZero(line);
+    const bool toColumnZero = facts[i].movesToColumnZero;
     std::uint64_t spaces = 0;
     std::string_view rest = toColumnZero ? WithoutLeadingBlanks(line) : line;
     if (levels >= 0) {

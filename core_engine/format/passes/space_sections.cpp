@@ -23,9 +23,9 @@ bool IsDeclLabel(std::string_view label) {
 }
 
 // Whether a line between two sections already separates them: empty or all
-// blank, or starting (after white space) with "//" or "/*".
+// blank, or starting (after white space) with "//" or "/*". CRs at the end
+// change neither test, so the line is read as it is.
 bool IsSeparatorLine(std::string_view line) {
-  line = TrimRightOf(line, "\r");
   if (std::all_of(line.begin(), line.end(), IsBlankByte)) return true;
   std::size_t first = 0;
   while (first < line.size() && IsSpaceByte(line[first])) ++first;

@@ -52,9 +52,14 @@ bool IsBareLabelText(std::string_view t) {
   return rest.empty() || rest.compare(0, 2, "//") == 0;
 }
 
-bool StartsStatement(std::string_view t) {
-  return IsOneOfIgnoringCase(LeadingPatternWord(t),
-                             {"always", "initial", "module", "endmodule", "assign", "wire", "reg", "logic"});
+bool StartsStatement(std::string_view word) {
+  return IsOneOfIgnoringCase(word, {"always", "initial", "module", "endmodule", "assign", "wire", "reg", "logic"});
+}
+
+BlockKind BlockKindOf(std::string_view word) {
+  if (IsOneOfIgnoringCase(word, {"always_ff", "always_comb", "always"})) return BlockKind::kAlways;
+  if (IsOneOfIgnoringCase(word, {"generate"})) return BlockKind::kGenerate;
+  return BlockKind::kNone;
 }
 
 }  // namespace
@@ -76,10 +81,14 @@ BlockLineFacts ReadBlockLineFacts(std::string_view line) {
   facts.ends = counts.ends;
   facts.cases = counts.cases;
   facts.endcases = counts.endcases;
-  const std::string_view word = LeadingPatternWord(code);
-  facts.opensGenerate = IsOneOfIgnoringCase(word, {"generate"});
+  // A "//" comment starts with a byte outside words, so removing it leaves
+  // the leading word as it is.
+  const std::string_view word = LeadingPatternWord(t);
+  facts.startsBlock = BlockKindOf(word);
+  facts.opensGenerate = facts.startsBlock == BlockKind::kGenerate;
   facts.closesGenerate = IsOneOfIgnoringCase(word, {"endgenerate"});
-  facts.startsStatement = StartsStatement(t);
+  facts.movesToColumnZero = facts.closesGenerate || IsOneOfIgnoringCase(word, {"assign"});
+  facts.startsStatement = StartsStatement(word);
   facts.mentionsBegin = facts.begins > 0 || (t.find("begin") != std::string_view::npos && p.kBeginPattern.Search(t));
   facts.isLoneBegin = t == "begin";
   facts.isSignificant = t.compare(0, 2, "//") != 0;
@@ -89,10 +98,7 @@ BlockLineFacts ReadBlockLineFacts(std::string_view line) {
 }
 
 BlockKind BlockStartingAt(std::string_view line) {
-  const std::string_view word = LeadingPatternWord(line);
-  if (IsOneOfIgnoringCase(word, {"always_ff", "always_comb", "always"})) return BlockKind::kAlways;
-  if (IsOneOfIgnoringCase(word, {"generate"})) return BlockKind::kGenerate;
-  return BlockKind::kNone;
+  return BlockKindOf(LeadingPatternWord(line));
 }
 
 }  // namespace quill

@@ -12,6 +12,10 @@
 
 namespace quill {
 
+// Which block, if any, starts on a line: its leading word is always,
+// always_ff or always_comb, or generate (any letter case).
+enum class BlockKind { kNone, kAlways, kGenerate };
+
 struct BlockLineFacts {
   bool isBlank = true;
   // Matches in the line's code (the trimmed text without "//" comments).
@@ -30,13 +34,17 @@ struct BlockLineFacts {
   bool isSignificant = false;
   bool endsIfHeader = false;
   bool isBareLabel = false;
+  // Which block starts on the line (BlockStartingAt).
+  BlockKind startsBlock = BlockKind::kNone;
+  // The leading word is assign or endgenerate (any letter case): the line
+  // goes to column 0.
+  bool movesToColumnZero = false;
 };
 
+// Every fact is read off one pass over the line's leading word and one over
+// its code; the leading word of the line, of its trimmed text and of its code
+// are the same run of bytes.
 BlockLineFacts ReadBlockLineFacts(std::string_view line);
-
-// Which block, if any, starts on a line: its leading word is always,
-// always_ff or always_comb, or generate (any letter case).
-enum class BlockKind { kNone, kAlways, kGenerate };
 
 BlockKind BlockStartingAt(std::string_view line);
 

@@ -35,10 +35,6 @@ std::string CommentFrom(std::string_view body, std::size_t from) {
   return " " + std::string(body.substr(slashes));
 }
 
-std::string CollapseBlankRuns(std::string_view s) {
-  static const Pattern kBlankRunPattern("\\s+", CaseMode::kSensitive, LimitPolicy::kNoMatch);
-  return kBlankRunPattern.ReplaceAll(s, " ");
-}
 
 bool StartsWithBlockKeyword(std::string_view trimmed) {
   return IsOneOfIgnoringCase(LeadingPatternWord(trimmed),
@@ -204,10 +200,7 @@ std::optional<InstanceSpan> FindInstance(const LineViews& lines, const Parenthes
   if (trimmed.empty() || !IsWordByte(trimmed[0])) return std::nullopt;
   // The shapes of the header forms are cheap to test and rule out most
   // lines before the keyword test.
-  if (!HasInstanceHead(trimmed) && !HasParamInstanceHead(trimmed) && !IsTypeAndName(trimmed) &&
-      !IsSingleWord(trimmed)) {
-    return std::nullopt;
-  }
+  if (!HasAnyHeaderShape(trimmed)) return std::nullopt;
   if (StartsWithBlockKeyword(trimmed)) return std::nullopt;
   const std::size_t indent = LeadingBlanks(line);
   std::optional<HeaderParts> parts = ReadHeader(lines, parens, start, indent, trimmed);
@@ -227,6 +220,21 @@ std::optional<InstanceSpan> FindInstance(const LineViews& lines, const Parenthes
   span.openColumn = parts->open.column;
   span.closeColumn = close->column;
   return span;
+}
+
+std::string CollapseBlankRuns(std::string_view s) {
+  std::string collapsed;
+  collapsed.reserve(s.size());
+  std::size_t pos = 0;
+  while (pos < s.size()) {
+    if (!IsSpaceByte(s[pos])) {
+      collapsed.push_back(s[pos++]);
+      continue;
+    }
+    while (pos < s.size() && IsSpaceByte(s[pos])) ++pos;
+    collapsed.push_back(' ');
+  }
+  return collapsed;
 }
 
 std::optional<InstanceSpan> FindInstance(const TextLines& lines, std::size_t start) {

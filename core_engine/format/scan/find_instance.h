@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "common/text_utils.h"
@@ -52,6 +53,10 @@ struct InstanceSpan {
   std::size_t openColumn = 0;   // position of the port list's "(" in openLine
   std::size_t closeColumn = 0;  // position of its ")" in closeLine
 };
+
+// The text with each run of white space (\s) replaced by one space, as
+// replacing every match of "\s+" by " " gives it.
+std::string CollapseBlankRuns(std::string_view s);
 
 // The instance whose header starts at line `start`, or nothing.
 std::optional<InstanceSpan> FindInstance(const LineViews& lines, const ParenthesisMatches& parens, std::size_t start);

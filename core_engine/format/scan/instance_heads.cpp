@@ -76,4 +76,30 @@ std::optional<InstanceHead> ReadCallHead(std::string_view t) {
   return InstanceHead{t.substr(0, wordEnd), {}, *end};
 }
 
+// After the type word and its blanks, a "#" leaves only the parameterised
+// head (a name cannot start with it), and anything else only the instance
+// head.
+bool HasInstanceOrParamHead(std::string_view t) {
+  const std::optional<TypeWord> type = ReadTypeWord(t);
+  if (!type) return false;
+  if (type->next < t.size() && t[type->next] == '#') return AfterOpenParenthesis(t, type->next + 1).has_value();
+  const std::size_t nameEnd = SkipWord(t, type->next);
+  return nameEnd != type->next && AfterOpenParenthesis(t, nameEnd).has_value();
+}
+
+// A lone word is the single-word shape; every other shape needs blanks behind
+// the type word, and a second word ends the text (type and name) or is
+// followed by "(" (instance head).
+bool HasAnyHeaderShape(std::string_view t) {
+  const std::size_t wordEnd = SkipWord(t, 0);
+  if (wordEnd == 0) return false;
+  if (wordEnd == t.size()) return true;
+  const std::size_t next = SkipSpaces(t, wordEnd);
+  if (next == wordEnd || next == t.size()) return false;
+  if (t[next] == '#') return AfterOpenParenthesis(t, next + 1).has_value();
+  const std::size_t nameEnd = SkipWord(t, next);
+  if (nameEnd == next) return false;
+  return nameEnd == t.size() || AfterOpenParenthesis(t, nameEnd).has_value();
+}
+
 }  // namespace quill

@@ -29,6 +29,14 @@ std::optional<InstanceHead> ReadSingleWord(std::string_view t);
 // "^(\w+)\s*\(" (kCallHeadPattern): the type is the callee's name.
 std::optional<InstanceHead> ReadCallHead(std::string_view t);
 
+// HasInstanceHead(t) || HasParamInstanceHead(t), in one walk: the two share
+// the type word and the blanks behind it.
+bool HasInstanceOrParamHead(std::string_view t);
+// Whether `t` has one of the four shapes of an instance's first line
+// (instance head, parameterised head, type and name, single word), in one
+// walk.
+bool HasAnyHeaderShape(std::string_view t);
+
 inline bool HasInstanceHead(std::string_view t) { return ReadInstanceHead(t).has_value(); }
 inline bool HasParamInstanceHead(std::string_view t) { return ReadParamInstanceHead(t).has_value(); }
 inline bool IsTypeAndName(std::string_view t) { return ReadTypeAndName(t).has_value(); }
