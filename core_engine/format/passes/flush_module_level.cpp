@@ -82,7 +82,8 @@ std::string FlushModuleLevel(std::string_view text) {
       inHeader = false;
     }
     std::string storage;
-    const BlockWordCounts counts = CountBlockWords(CodeOf(t, &storage));
+    std::string_view code;
+    const BlockWordCounts counts = CountCodeBlockWords(t, &code, &storage);
     const std::int64_t after = std::max<std::int64_t>(depth - counts.endcases - counts.ends, 0);
     output.Add(after == 0 && StartsWithDeclKeyword(t) ? t : line);
     depth = std::max<std::int64_t>(depth + counts.cases - counts.endcases - counts.ends + counts.begins, 0);

@@ -75,8 +75,8 @@ BlockLineFacts ReadBlockLineFacts(std::string_view line) {
   facts.isBlank = t.empty();
   if (t.empty()) return facts;
   std::string storage;
-  const std::string_view code = CodeOf(t, &storage);
-  const BlockWordCounts counts = CountBlockWords(code);
+  std::string_view code;
+  const BlockWordCounts counts = CountCodeBlockWords(t, &code, &storage);
   facts.begins = counts.begins;
   facts.ends = counts.ends;
   facts.cases = counts.cases;

@@ -22,6 +22,11 @@ struct BlockWordCounts {
 // maximal run of word bytes gives the same numbers as iterating the patterns.
 BlockWordCounts CountBlockWords(std::string_view code);
 
+// CountBlockWords(CodeOf(text, storage)) in one scan, which stops at the
+// first "//" when no LF follows it (always, for a line); `code` receives
+// CodeOf's result.
+BlockWordCounts CountCodeBlockWords(std::string_view text, std::string_view* code, std::string* storage);
+
 // The text with every "//" comment removed (RemoveLineComments); a text
 // without one is returned as it is and `storage` stays untouched.
 std::string_view CodeOf(std::string_view text, std::string* storage);
