@@ -127,6 +127,53 @@ class LineJoiner {
   bool empty_ = true;
 };
 
+// Builds a new text from a text's lines, read in order by a LineReader, each
+// either kept or replaced: the text JoinLines would make of the resulting
+// lines. Where the text holds no CR, its lines joined are the text itself, so
+// kept lines cost nothing and the stretches between replaced lines are
+// copied whole; otherwise the lines are joined one by one.
+class LineRewriter {
+ public:
+  LineRewriter(std::string_view text, std::size_t expectedSize)
+      : text_(text), joinEach_(text.find('\r') != std::string_view::npos) {
+    out_.reserve(expectedSize);
+  }
+
+  // The reader's `line` stays. In a text with CRs, `line` may be any text,
+  // as for LineJoiner::Add.
+  void Keep(std::string_view line) {
+    if (joinEach_) Join(line);
+  }
+  // The reader's `line` becomes `replacement` (which may hold LFs).
+  void Replace(std::string_view line, std::string_view replacement) {
+    if (joinEach_) {
+      Join(replacement);
+      return;
+    }
+    const auto begin = static_cast<std::size_t>(line.data() - text_.data());
+    out_.append(text_.substr(copied_, begin - copied_));
+    out_.append(replacement);
+    copied_ = begin + line.size();
+  }
+  std::string Take() {
+    if (!joinEach_) out_.append(text_.substr(copied_));
+    return std::move(out_);
+  }
+
+ private:
+  void Join(std::string_view line) {
+    if (joined_) out_.push_back('\n');
+    joined_ = true;
+    out_.append(line);
+  }
+
+  std::string_view text_;
+  bool joinEach_;
+  std::string out_;
+  std::size_t copied_ = 0;
+  bool joined_ = false;
+};
+
 // A new text for one line of a text; `line` is the view of it that the line
 // reader gave.
 struct LineReplacement {

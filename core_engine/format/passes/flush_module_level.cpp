@@ -48,7 +48,7 @@ bool StartsWithLineComment(std::string_view t) {
 // A line begins with a word ("^\s*word\b", ignoring case) exactly when its
 // leading run of word bytes is that word.
 std::string FlushModuleLevel(std::string_view text) {
-  LineJoiner output(text.size());
+  LineRewriter output(text, text.size());
   LineReader reader(text);
   std::string_view line;
   bool inHeader = false;
@@ -58,17 +58,17 @@ std::string FlushModuleLevel(std::string_view text) {
     const char first = LeadingByteLower(t);
     const std::string_view word = LeadingPatternWord(t);
     if (t.empty() || (first == '/' && StartsWithLineComment(t))) {
-      output.Add(line);
+      output.Keep(line);
       continue;
     }
     if (IsOneOfIgnoringCase(word, {"endmodule"})) {
-      output.Add(EndmoduleLine(t));
+      output.Replace(line, EndmoduleLine(t));
       depth = 0;
       inHeader = false;
       continue;
     }
     if (IsOneOfIgnoringCase(word, {"module"})) {
-      output.Add(line);
+      output.Keep(line);
       depth = 0;
       inHeader = true;
       continue;
@@ -76,7 +76,7 @@ std::string FlushModuleLevel(std::string_view text) {
     // Port lines keep their place up to the ");" that closes the list.
     if (inHeader) {
       if (first != ')' || !PortListClosePattern().Search(t)) {
-        output.Add(line);
+        output.Keep(line);
         continue;
       }
       inHeader = false;
@@ -85,7 +85,12 @@ std::string FlushModuleLevel(std::string_view text) {
     std::string_view code;
     const BlockWordCounts counts = CountCodeBlockWords(t, &code, &storage);
     const std::int64_t after = std::max<std::int64_t>(depth - counts.endcases - counts.ends, 0);
-    output.Add(after == 0 && StartsWithDeclKeyword(t) ? t : line);
+    // The trimmed text is a part of the line, the same when of equal size.
+    if (t.size() != line.size() && after == 0 && StartsWithDeclKeyword(t)) {
+      output.Replace(line, t);
+    } else {
+      output.Keep(line);
+    }
     depth = std::max<std::int64_t>(depth + counts.cases - counts.endcases - counts.ends + counts.begins, 0);
   }
   return output.Take();

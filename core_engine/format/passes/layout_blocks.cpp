@@ -56,6 +56,17 @@ std::vector<Block> FindBlocks(const LineViews& lines, std::vector<BlockLineFacts
   return blocks;
 }
 
+// Whether `spaces` spaces and then `rest`, a part of `line`, spell the line
+// itself.
+bool IsIndentedAs(std::string_view line, std::uint64_t spaces, std::string_view rest) {
+  if (spaces > line.size() || rest.size() != line.size() - spaces) return false;
+  if (static_cast<std::uint64_t>(rest.data() - line.data()) != spaces) return false;
+  for (std::size_t i = 0; i < spaces; ++i) {
+    if (line[i] != ' ') return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 // The lines are read once to find where the blocks end; the layout reuses
@@ -72,11 +83,12 @@ std::string LayoutBlocks(std::string_view text) {
 
   const std::uint64_t bound = kFixedGrowth + kGrowthFactor * text.size();
   BodyIndenter indenter(std::move(blocks));
-  std::string result;
-  result.reserve(text.size() + text.size() / 4);
+  LineRewriter output(text, text.size() + text.size() / 4);
+  // The layout's size so far, one byte per line besides the lines' text.
+  std::uint64_t size = 0;
+  std::string indented;
   for (std::size_t i = 0; i < lines.size(); ++i) {
     const std::string_view line = lines[i];
-    const bool first = i == 0;
     const std::int64_t levels = indenter.Next(facts[i]);
     const bool toColumnZero = facts[i].movesToColumnZero;
     std::uint64_t spaces = 0;
@@ -85,13 +97,17 @@ std::string LayoutBlocks(std::string_view text) {
       spaces = toColumnZero ? 0 : static_cast<std::uint64_t>(levels) * 4;
       rest = TrimmedView(line);
     }
-    // The layout's size counts one byte per line besides the lines' text.
-    if (result.size() + (first ? 0 : 1) + spaces + rest.size() + 1 > bound) return LayOutWithoutBlocks(text);
-    if (!first) result.push_back('\n');
-    result.append(static_cast<std::size_t>(spaces), ' ');
-    result.append(rest);
+    size += (i == 0 ? 0 : 1) + spaces + rest.size();
+    if (size + 1 > bound) return LayOutWithoutBlocks(text);
+    if (IsIndentedAs(line, spaces, rest)) {
+      output.Keep(line);
+      continue;
+    }
+    indented.assign(static_cast<std::size_t>(spaces), ' ');
+    indented.append(rest);
+    output.Replace(line, indented);
   }
-  return result;
+  return output.Take();
 }
 
 }  // namespace quill

@@ -48,9 +48,16 @@ bool HasTwoUts(std::string_view s) {
   return false;
 }
 
-// Appends one line per port keyword, or returns false when the line holds
-// fewer than two.
-bool SplitPortLine(std::string_view indent, std::string_view rest, LineJoiner* out) {
+// Appends `line` as the `index`th of the lines in `out`, LF between
+// neighbours.
+void AddLine(std::size_t index, std::string_view line, std::string* out) {
+  if (index > 0) out->push_back('\n');
+  out->append(line);
+}
+
+// Sets `out` to one line per port keyword, or returns false when the line
+// holds fewer than two.
+bool SplitPortLine(std::string_view indent, std::string_view rest, std::string* out) {
   if (!HasTwoUts(rest)) return false;
   const CrowdedLinePatterns& p = Crowded();
   Match commentMatch;
@@ -67,14 +74,14 @@ bool SplitPortLine(std::string_view indent, std::string_view rest, LineJoiner* o
       line.push_back(' ');
       line.append(commentMatch.Group());
     }
-    out->Add(line);
+    AddLine(j, line, out);
   }
   return true;
 }
 
-// Appends one line per named connection, or returns false when the line
+// Sets `out` to one line per named connection, or returns false when the line
 // holds fewer than two. Text outside the connections is dropped.
-bool SplitConnectionLine(std::string_view indent, std::string_view rest, LineJoiner* out) {
+bool SplitConnectionLine(std::string_view indent, std::string_view rest, std::string* out) {
   // Each connection begins with its own ".".
   if (std::count(rest.begin(), rest.end(), '.') < 2) return false;
   const CrowdedLinePatterns& p = Crowded();
@@ -90,7 +97,7 @@ bool SplitConnectionLine(std::string_view indent, std::string_view rest, LineJoi
       line.push_back(' ');
       line.append(commentMatch.Group());
     }
-    out->Add(line);
+    AddLine(j, line, out);
   }
   return true;
 }
@@ -98,7 +105,7 @@ bool SplitConnectionLine(std::string_view indent, std::string_view rest, LineJoi
 }  // namespace
 
 std::string SplitCrowdedLines(std::string_view text) {
-  LineJoiner output(text.size() + 16);
+  LineRewriter output(text, text.size() + 16);
   LineReader reader(text);
   std::string_view raw;
   while (reader.Next(&raw)) {
@@ -109,12 +116,17 @@ std::string SplitCrowdedLines(std::string_view text) {
     const std::string_view indent = line.substr(0, indentEnd);
     const std::string_view rest = line.substr(indentEnd);
     bool split = false;
+    std::string lines;
     if (IsPortLine(rest)) {
-      split = SplitPortLine(indent, rest, &output);
+      split = SplitPortLine(indent, rest, &lines);
     } else if (!rest.empty() && rest.front() == '.') {
-      split = SplitConnectionLine(indent, rest, &output);
+      split = SplitConnectionLine(indent, rest, &lines);
     }
-    if (!split) output.Add(line);
+    if (split) {
+      output.Replace(raw, lines);
+    } else {
+      output.Keep(line);
+    }
   }
   return output.Take();
 }
