@@ -34,14 +34,16 @@ std::string FormatText(std::string_view text) {
   working = LayoutBlocks(working);
   // Empty lines between sections of different kinds, once block bodies have
   // their final indentation.
-  working = SpaceSections(working);
-  working = AlignInstances(working);
+  const SpacedText spaced = SpaceSectionsKeepingKinds(working);
+  ChangedLines aligned = AlignInstancesMarkingChanges(spaced.text);
   // Module-level lines and endmodule to the left margin.
-  working = FlushModuleLevel(working);
+  ChangedLines flushed = FlushModuleLevelMarkingChanges(aligned.text);
   // Spacing again over the final lines: the two passes above rewrite lines
   // after the first run, and a rewritten line may begin a new section. The
-  // pass only inserts lines, so the first run's separators stay.
-  working = SpaceSections(working);
+  // pass only inserts lines, so the first run's separators stay. Both passes
+  // keep the lines one for one, so only the rows they rewrote are read again.
+  MergeChangedRows(aligned.changed, &flushed.changed);
+  working = SpaceSectionsAgain(flushed.text, spaced.kinds, flushed.changed);
 
   // The comments return into the final layout; exactly one LF ends it.
   working = RestoreBlockComments(working, comments);

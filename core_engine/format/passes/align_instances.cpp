@@ -99,14 +99,20 @@ TextLines RenderInstance(const InstanceEdit& edit, ColumnWidths widths) {
 // become empty, and surplus lines overwrite those that follow, never past the
 // end of the text. The rebuilt lines are kept in `storage`, which never moves
 // a string it holds.
-void WriteOver(LineViews* lines, TextLines rebuilt, const InstanceEdit& edit, std::deque<std::string>* storage) {
+// `changed` marks each row written.
+void WriteOver(LineViews* lines, TextLines rebuilt, const InstanceEdit& edit, std::deque<std::string>* storage,
+               std::vector<bool>* changed) {
   std::size_t row = edit.startLine;
   for (std::string& line : rebuilt) {
     if (row >= lines->size()) break;
     storage->push_back(std::move(line));
+    (*changed)[row] = true;
     (*lines)[row++] = storage->back();
   }
-  for (; row <= edit.endLine && row < lines->size(); ++row) (*lines)[row] = std::string_view();
+  for (; row <= edit.endLine && row < lines->size(); ++row) {
+    (*changed)[row] = true;
+    (*lines)[row] = std::string_view();
+  }
 }
 
 }  // namespace
@@ -134,8 +140,12 @@ std::optional<InstanceEdit> CollectInstanceEdit(const LineViews& lines, Instance
 }
 
 std::string AlignInstances(std::string_view text) {
+  return AlignInstancesMarkingChanges(text).text;
+}
+
+ChangedLines AlignInstancesMarkingChanges(std::string_view text) {
   // Every named connection starts with ".".
-  if (text.find('.') == std::string_view::npos) return std::string(text);
+  if (text.find('.') == std::string_view::npos) return {std::string(text), {}};
   LineViews lines = SplitLineViews(text);
   const ParenthesisMatches parens(lines);
   std::vector<InstanceEdit> edits;
@@ -152,12 +162,23 @@ std::string AlignInstances(std::string_view text) {
     }
     row = endLine + 1;
   }
-  if (edits.empty()) return std::string(text);
+  if (edits.empty()) return {std::string(text), {}};
 
   const ColumnWidths widths = MeasureColumns(edits);
+  const LineViews original = lines;
+  std::vector<bool> changed(lines.size());
   std::deque<std::string> rebuilt;
-  for (const InstanceEdit& edit : edits) WriteOver(&lines, RenderInstance(edit, widths), edit, &rebuilt);
-  return JoinLines(lines, "\n");
+  for (const InstanceEdit& edit : edits) WriteOver(&lines, RenderInstance(edit, widths), edit, &rebuilt, &changed);
+  // The text between rewritten rows is copied as it stands.
+  LineRewriter output(text, text.size() + text.size() / 4);
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (changed[i]) {
+      output.Replace(original[i], lines[i]);
+    } else {
+      output.Keep(original[i]);
+    }
+  }
+  return {output.Take(), std::move(changed)};
 }
 
 }  // namespace quill

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "common/text_utils.h"
+#include "format/changed_lines.h"
 #include "format/scan/find_instance.h"
 
 namespace quill {
@@ -43,6 +44,9 @@ std::optional<InstanceEdit> CollectInstanceEdit(const LineViews& lines, Instance
 
 // Aligns the named connections of module instances into shared columns.
 std::string AlignInstances(std::string_view text);
+
+// The same, with the rows it rewrote; the lines stay as many as the text's.
+ChangedLines AlignInstancesMarkingChanges(std::string_view text);
 
 }  // namespace quill
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
+#include <vector>
 
 #include "common/pattern.h"
 #include "common/text_utils.h"
@@ -48,12 +50,22 @@ bool StartsWithLineComment(std::string_view t) {
 // A line begins with a word ("^\s*word\b", ignoring case) exactly when its
 // leading run of word bytes is that word.
 std::string FlushModuleLevel(std::string_view text) {
+  return FlushModuleLevelMarkingChanges(text).text;
+}
+
+ChangedLines FlushModuleLevelMarkingChanges(std::string_view text) {
   LineRewriter output(text, text.size());
+  std::vector<bool> changed;
+  const auto replace = [&output, &changed](std::size_t row, std::string_view line, std::string_view replacement) {
+    output.Replace(line, replacement);
+    changed.resize(row + 1);
+    changed[row] = true;
+  };
   LineReader reader(text);
   std::string_view line;
   bool inHeader = false;
   std::int64_t depth = 0;
-  while (reader.Next(&line)) {
+  for (std::size_t row = 0; reader.Next(&line); ++row) {
     const std::string_view t = TrimmedView(line);
     const char first = LeadingByteLower(t);
     const std::string_view word = LeadingPatternWord(t);
@@ -62,7 +74,7 @@ std::string FlushModuleLevel(std::string_view text) {
       continue;
     }
     if (IsOneOfIgnoringCase(word, {"endmodule"})) {
-      output.Replace(line, EndmoduleLine(t));
+      replace(row, line, EndmoduleLine(t));
       depth = 0;
       inHeader = false;
       continue;
@@ -87,13 +99,13 @@ std::string FlushModuleLevel(std::string_view text) {
     const std::int64_t after = std::max<std::int64_t>(depth - counts.endcases - counts.ends, 0);
     // The trimmed text is a part of the line, the same when of equal size.
     if (t.size() != line.size() && after == 0 && StartsWithDeclKeyword(t)) {
-      output.Replace(line, t);
+      replace(row, line, t);
     } else {
       output.Keep(line);
     }
     depth = std::max<std::int64_t>(depth + counts.cases - counts.endcases - counts.ends + counts.begins, 0);
   }
-  return output.Take();
+  return {output.Take(), std::move(changed)};
 }
 
 }  // namespace quill

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "common/text_utils.h"
@@ -44,30 +46,32 @@ struct SectionList {
   std::vector<std::size_t> firstOffsets;
 };
 
-SectionList BuildSections(std::string_view text) {
-  SectionList list;
-  bool separatorSinceLabel = false;
-  LineReader reader(text);
-  std::string_view line;
-  for (std::int32_t i = 0; reader.Next(&line); ++i) {
-    const std::string_view label = LineLabel(line);
-    if (label.empty()) {
-      separatorSinceLabel = separatorSinceLabel || IsSeparatorLine(line);
-      continue;
+// Adds the lines one by one; `separatorSinceLabel` tells whether a line of
+// no kind that separates stands since the last line that had one.
+class SectionBuilder {
+ public:
+  void Add(std::int32_t i, LineKind kind, std::size_t offset) {
+    if (kind.label.empty()) {
+      separatorSinceLabel_ = separatorSinceLabel_ || kind.separates;
+      return;
     }
-    std::vector<Section>& sections = list.sections;
-    if (!sections.empty() && sections.back().label == label && !IsBlockLabel(label)) {
+    std::vector<Section>& sections = list_.sections;
+    if (!sections.empty() && sections.back().label == kind.label && !IsBlockLabel(kind.label)) {
       sections.back().last = i;
       ++sections.back().count;
     } else {
-      sections.push_back(Section{label, i, i, 1});
-      list.separatedFromPrevious.push_back(separatorSinceLabel);
-      list.firstOffsets.push_back(static_cast<std::size_t>(line.data() - text.data()));
+      sections.push_back(Section{kind.label, i, i, 1});
+      list_.separatedFromPrevious.push_back(separatorSinceLabel_);
+      list_.firstOffsets.push_back(offset);
     }
-    separatorSinceLabel = false;
+    separatorSinceLabel_ = false;
   }
-  return list;
-}
+  SectionList Take() { return std::move(list_); }
+
+ private:
+  SectionList list_;
+  bool separatorSinceLabel_ = false;
+};
 
 bool NeedsEmptyLineBetween(const Section& previous, const Section& section, bool separated) {
   if (previous.label == section.label && !IsBlockLabel(section.label)) return false;
@@ -77,31 +81,33 @@ bool NeedsEmptyLineBetween(const Section& previous, const Section& section, bool
   return !separated;
 }
 
-}  // namespace
-
-std::string SpaceSections(std::string_view text) {
-  const SectionList list = BuildSections(text);
-  const std::vector<Section>& sections = list.sections;
-  if (sections.size() < 2) return std::string(text);
-
-  // First lines of the sections that get an empty line in front, ascending,
-  // and where those lines begin.
-  std::vector<std::int32_t> emptyLineBefore;
+// The first lines of the sections that get an empty line in front,
+// ascending, and where those lines begin.
+struct EmptyLines {
+  std::vector<std::int32_t> before;
   std::vector<std::size_t> offsets;
+};
+
+EmptyLines FindEmptyLines(const SectionList& list) {
+  EmptyLines empty;
+  const std::vector<Section>& sections = list.sections;
   for (std::size_t s = 1; s < sections.size(); ++s) {
     if (NeedsEmptyLineBetween(sections[s - 1], sections[s], list.separatedFromPrevious[s])) {
-      emptyLineBefore.push_back(sections[s].first);
-      offsets.push_back(list.firstOffsets[s]);
+      empty.before.push_back(sections[s].first);
+      empty.offsets.push_back(list.firstOffsets[s]);
     }
   }
+  return empty;
+}
 
+std::string InsertEmptyLines(std::string_view text, const EmptyLines& empty) {
   std::string spaced;
-  spaced.reserve(text.size() + emptyLineBefore.size());
+  spaced.reserve(text.size() + empty.before.size());
   if (text.find('\r') == std::string_view::npos) {
     // Without CRs the lines joined by LF are the text itself, so the empty
     // lines go in as LFs where their sections begin.
     std::size_t copied = 0;
-    for (std::size_t offset : offsets) {
+    for (std::size_t offset : empty.offsets) {
       spaced.append(text.substr(copied, offset - copied));
       spaced.push_back('\n');
       copied = offset;
@@ -109,18 +115,77 @@ std::string SpaceSections(std::string_view text) {
     spaced.append(text.substr(copied));
     return spaced;
   }
-  auto next = emptyLineBefore.begin();
+  auto next = empty.before.begin();
   LineReader reader(text);
   std::string_view line;
   for (std::int32_t i = 0; reader.Next(&line); ++i) {
     if (i > 0) spaced.push_back('\n');
-    if (next != emptyLineBefore.end() && *next == i) {
+    if (next != empty.before.end() && *next == i) {
       spaced.push_back('\n');
       ++next;
     }
     spaced.append(line);
   }
   return spaced;
+}
+
+// The sections of a text whose line kinds `kindOf(row, line)` gives.
+template <typename KindOf>
+SectionList BuildSections(std::string_view text, KindOf kindOf) {
+  SectionBuilder builder;
+  LineReader reader(text);
+  std::string_view line;
+  for (std::int32_t i = 0; reader.Next(&line); ++i) {
+    builder.Add(i, kindOf(static_cast<std::size_t>(i), line), static_cast<std::size_t>(line.data() - text.data()));
+  }
+  return builder.Take();
+}
+
+}  // namespace
+
+LineKind ReadLineKind(std::string_view line) {
+  LineKind kind{LineLabel(line), false};
+  if (kind.label.empty()) kind.separates = IsSeparatorLine(line);
+  return kind;
+}
+
+std::string SpaceSections(std::string_view text) {
+  const SectionList list = BuildSections(text, [](std::size_t, std::string_view line) { return ReadLineKind(line); });
+  if (list.sections.size() < 2) return std::string(text);
+  return InsertEmptyLines(text, FindEmptyLines(list));
+}
+
+SpacedText SpaceSectionsKeepingKinds(std::string_view text) {
+  std::vector<LineKind> kinds;
+  const SectionList list = BuildSections(text, [&kinds](std::size_t, std::string_view line) {
+    kinds.push_back(ReadLineKind(line));
+    return kinds.back();
+  });
+  if (list.sections.size() < 2) return {std::string(text), std::move(kinds)};
+  const EmptyLines empty = FindEmptyLines(list);
+  // The spaced text's lines are the text's with an empty line, which
+  // separates, before each row in `empty.before`.
+  std::vector<LineKind> spacedKinds;
+  spacedKinds.reserve(kinds.size() + empty.before.size());
+  auto next = empty.before.begin();
+  for (std::size_t row = 0; row < kinds.size(); ++row) {
+    if (next != empty.before.end() && static_cast<std::size_t>(*next) == row) {
+      spacedKinds.push_back(LineKind{"", true});
+      ++next;
+    }
+    spacedKinds.push_back(kinds[row]);
+  }
+  return {InsertEmptyLines(text, empty), std::move(spacedKinds)};
+}
+
+std::string SpaceSectionsAgain(std::string_view text, const std::vector<LineKind>& kinds,
+                               const std::vector<bool>& changed) {
+  const SectionList list = BuildSections(text, [&kinds, &changed](std::size_t row, std::string_view line) {
+    const bool reread = row >= kinds.size() || (row < changed.size() && changed[row]);
+    return reread ? ReadLineKind(line) : kinds[row];
+  });
+  if (list.sections.size() < 2) return std::string(text);
+  return InsertEmptyLines(text, FindEmptyLines(list));
 }
 
 }  // namespace quill

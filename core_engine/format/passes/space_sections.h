@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quill {
 
@@ -24,9 +25,34 @@ struct Section {
   std::int32_t count = 0;
 };
 
+// What the spacing reads of one line: its label (LineLabel), and for a line
+// of no kind whether it separates sections already (empty or all blank, or
+// starting after white space with "//" or "/*").
+struct LineKind {
+  std::string_view label;
+  bool separates = false;
+};
+
+LineKind ReadLineKind(std::string_view line);
+
 // Separates sections of different kinds by one empty line, unless an empty,
 // blank or comment line already stands between them. Only inserts lines.
 std::string SpaceSections(std::string_view text);
+
+// A spaced text with the kinds of its lines, for spacing it again after some
+// of its lines were rewritten.
+struct SpacedText {
+  std::string text;
+  std::vector<LineKind> kinds;  // one per line of `text`
+};
+
+SpacedText SpaceSectionsKeepingKinds(std::string_view text);
+
+// SpaceSections(text), where `kinds` are those of the lines of a text that
+// `text` differs from only in the rows `changed` marks: only those rows are
+// read again.
+std::string SpaceSectionsAgain(std::string_view text, const std::vector<LineKind>& kinds,
+                               const std::vector<bool>& changed);
 
 }  // namespace quill
 

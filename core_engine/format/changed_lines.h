@@ -1,0 +1,30 @@
+// The output of a pass whose lines stand one for one for those of its input,
+// with the rows whose text it changed: a later pass that read the input's
+// lines once needs to read again only those.
+#ifndef QUILL_FORMAT_CHANGED_LINES_H_
+#define QUILL_FORMAT_CHANGED_LINES_H_
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace quill {
+
+struct ChangedLines {
+  std::string text;
+  // By row: false where the line is the input's line of the same row, byte
+  // for byte. Rows past its end did not change.
+  std::vector<bool> changed;
+};
+
+// Marks in `into` the rows marked in `from`.
+inline void MergeChangedRows(const std::vector<bool>& from, std::vector<bool>* into) {
+  if (into->size() < from.size()) into->resize(from.size());
+  for (std::size_t row = 0; row < from.size(); ++row) {
+    if (from[row]) (*into)[row] = true;
+  }
+}
+
+}  // namespace quill
+
+#endif  // QUILL_FORMAT_CHANGED_LINES_H_
