@@ -5,6 +5,7 @@
 #define QUILL_FORMAT_CHANGED_LINES_H_
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,22 @@ inline void MergeChangedRows(const std::vector<bool>& from, std::vector<bool>* i
   for (std::size_t row = 0; row < from.size(); ++row) {
     if (from[row]) (*into)[row] = true;
   }
+}
+
+// Values by row of a text, moved to the rows they take once an empty line
+// went in before each row in `insertedBefore` (ascending); the empty lines
+// get `filler`.
+template <typename T>
+std::vector<T> ShiftRows(const std::vector<T>& byRow, const std::vector<std::int32_t>& insertedBefore,
+                         const T& filler) {
+  std::vector<T> shifted;
+  shifted.reserve(byRow.size() + insertedBefore.size());
+  auto next = insertedBefore.begin();
+  for (std::size_t row = 0; row < byRow.size(); ++row) {
+    for (; next != insertedBefore.end() && static_cast<std::size_t>(*next) == row; ++next) shifted.push_back(filler);
+    shifted.push_back(byRow[row]);
+  }
+  return shifted;
 }
 
 }  // namespace quill

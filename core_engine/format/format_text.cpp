@@ -31,13 +31,15 @@ std::string FormatText(std::string_view text) {
   working = AlignDeclarations(working);
   working = AlignParameters(working);
   // Always and generate bodies indented by nesting depth.
-  working = LayoutBlocks(working);
+  const LaidOutText laidOut = LayoutBlocksKeepingCounts(working);
   // Empty lines between sections of different kinds, once block bodies have
   // their final indentation.
-  const SpacedText spaced = SpaceSectionsKeepingKinds(working);
+  const SpacedText spaced = SpaceSectionsKeepingKinds(laidOut.text);
   ChangedLines aligned = AlignInstancesMarkingChanges(spaced.text);
-  // Module-level lines and endmodule to the left margin.
-  ChangedLines flushed = FlushModuleLevelMarkingChanges(aligned.text);
+  // Module-level lines and endmodule to the left margin. The block word
+  // counts of the layout hold for every line the alignment kept.
+  const std::vector<BlockWordCounts> counts = ShiftRows(laidOut.counts, spaced.emptyLinesBefore, BlockWordCounts{});
+  ChangedLines flushed = FlushModuleLevelMarkingChanges(aligned.text, counts, aligned.changed);
   // Spacing again over the final lines: the two passes above rewrite lines
   // after the first run, and a rewritten line may begin a new section. The
   // pass only inserts lines, so the first run's separators stay. Both passes

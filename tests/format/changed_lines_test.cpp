@@ -10,6 +10,7 @@
 #include "common/text_utils.h"
 #include "format/passes/align_instances.h"
 #include "format/passes/flush_module_level.h"
+#include "format/passes/layout_blocks.h"
 #include "format/passes/space_sections.h"
 
 namespace quill {
@@ -24,6 +25,8 @@ const std::vector<std::string>& Texts() {
       "sub #(.W(8)) u1 (.a(x), .b(y));\nsub u2 (\r\n.a(x),\r\n.b(y)\r\n);\r\n  wire z;\r\n",
       "fifo u (\n.a(b)\n",
       "begin\n  wire a;\nend\n  wire b;\n",
+      "always @(*) begin\ncase (s) // case\n0: y = a;\nendcase\n  end\n  wire c; // end\ngenerate\n  assign d = e;\n"
+      "endgenerate\r\n",
   };
   return texts;
 }
@@ -69,6 +72,54 @@ TEST(ChangedLinesTest, MergeMarksTheUnion) {
   std::vector<bool> into = {false, true};
   MergeChangedRows({true, false, false, true}, &into);
   EXPECT_EQ(into, std::vector<bool>({true, true, false, true}));
+}
+
+BlockWordCounts CountsOfLine(std::string_view line) {
+  std::string storage;
+  std::string_view code;
+  return CountCodeBlockWords(TrimmedView(line), &code, &storage);
+}
+
+void ExpectSameCounts(const BlockWordCounts& a, const BlockWordCounts& b, const std::string& where) {
+  EXPECT_EQ(a.begins, b.begins) << where;
+  EXPECT_EQ(a.ends, b.ends) << where;
+  EXPECT_EQ(a.cases, b.cases) << where;
+  EXPECT_EQ(a.endcases, b.endcases) << where;
+}
+
+TEST(ChangedLinesTest, LayoutKeepsTheCountsOfItsLines) {
+  for (const std::string& text : Texts()) {
+    const LaidOutText laidOut = LayoutBlocksKeepingCounts(text);
+    EXPECT_EQ(laidOut.text, LayoutBlocks(text)) << text;
+    const LineViews before = SplitLineViews(text);
+    const LineViews after = SplitLineViews(laidOut.text);
+    ASSERT_EQ(laidOut.counts.size(), after.size()) << text;
+    ASSERT_EQ(before.size(), after.size()) << text;
+    for (std::size_t row = 0; row < after.size(); ++row) {
+      const std::string where = "row " + std::to_string(row) + " of \"" + text + "\"";
+      ExpectSameCounts(laidOut.counts[row], CountsOfLine(after[row]), where);
+      ExpectSameCounts(laidOut.counts[row], CountsOfLine(before[row]), where);
+    }
+  }
+}
+
+TEST(ChangedLinesTest, FlushWithKnownCountsAgreesWithCountingAll) {
+  for (const std::string& text : Texts()) {
+    std::vector<BlockWordCounts> counts;
+    for (std::string_view line : SplitLineViews(text)) counts.push_back(CountsOfLine(line));
+    EXPECT_EQ(FlushModuleLevelMarkingChanges(text, counts, {}).text, FlushModuleLevel(text)) << text;
+    // Stale rows and rows past the known counts are counted anew.
+    std::vector<BlockWordCounts> wrong(counts.size(), BlockWordCounts{5, 0, 0, 0});
+    EXPECT_EQ(FlushModuleLevelMarkingChanges(text, wrong, std::vector<bool>(counts.size(), true)).text,
+              FlushModuleLevel(text))
+        << text;
+  }
+}
+
+TEST(ChangedLinesTest, ShiftRowsMakesRoomForInsertedLines) {
+  EXPECT_EQ(ShiftRows<int>({1, 2, 3}, {0, 2, 2}, 0), std::vector<int>({0, 1, 2, 0, 0, 3}));
+  EXPECT_EQ(ShiftRows<int>({1, 2}, {}, 0), std::vector<int>({1, 2}));
+  EXPECT_EQ(ShiftRows<int>({}, {}, 0), std::vector<int>());
 }
 
 TEST(SpaceSectionsAgainTest, KeptKindsAreThoseOfTheSpacedLines) {

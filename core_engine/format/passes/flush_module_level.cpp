@@ -45,6 +45,15 @@ bool StartsWithLineComment(std::string_view t) {
   return t.substr(first).starts_with("//");
 }
 
+// The block word counts of the code of row `row`, whose trimmed text is `t`.
+BlockWordCounts CountsOfRow(std::size_t row, std::string_view t, const std::vector<BlockWordCounts>& counts,
+                            const std::vector<bool>& stale) {
+  if (row < counts.size() && (row >= stale.size() || !stale[row])) return counts[row];
+  std::string storage;
+  std::string_view code;
+  return CountCodeBlockWords(t, &code, &storage);
+}
+
 }  // namespace
 
 // A line begins with a word ("^\s*word\b", ignoring case) exactly when its
@@ -53,7 +62,8 @@ std::string FlushModuleLevel(std::string_view text) {
   return FlushModuleLevelMarkingChanges(text).text;
 }
 
-ChangedLines FlushModuleLevelMarkingChanges(std::string_view text) {
+ChangedLines FlushModuleLevelMarkingChanges(std::string_view text, const std::vector<BlockWordCounts>& counts,
+                                            const std::vector<bool>& stale) {
   LineRewriter output(text, text.size());
   std::vector<bool> changed;
   const auto replace = [&output, &changed](std::size_t row, std::string_view line, std::string_view replacement) {
@@ -93,17 +103,15 @@ ChangedLines FlushModuleLevelMarkingChanges(std::string_view text) {
       }
       inHeader = false;
     }
-    std::string storage;
-    std::string_view code;
-    const BlockWordCounts counts = CountCodeBlockWords(t, &code, &storage);
-    const std::int64_t after = std::max<std::int64_t>(depth - counts.endcases - counts.ends, 0);
+    const BlockWordCounts words = CountsOfRow(row, t, counts, stale);
+    const std::int64_t after = std::max<std::int64_t>(depth - words.endcases - words.ends, 0);
     // The trimmed text is a part of the line, the same when of equal size.
     if (t.size() != line.size() && after == 0 && StartsWithDeclKeyword(t)) {
       replace(row, line, t);
     } else {
       output.Keep(line);
     }
-    depth = std::max<std::int64_t>(depth + counts.cases - counts.endcases - counts.ends + counts.begins, 0);
+    depth = std::max<std::int64_t>(depth + words.cases - words.endcases - words.ends + words.begins, 0);
   }
   return {output.Take(), std::move(changed)};
 }

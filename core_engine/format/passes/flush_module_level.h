@@ -4,7 +4,10 @@
 #include <string>
 #include <string_view>
 
+#include <vector>
+
 #include "format/changed_lines.h"
+#include "format/scan/block_words.h"
 
 namespace quill {
 
@@ -14,7 +17,10 @@ namespace quill {
 std::string FlushModuleLevel(std::string_view text);
 
 // The same, with the rows it rewrote; the lines stay as many as the text's.
-ChangedLines FlushModuleLevelMarkingChanges(std::string_view text);
+// `counts` are the block word counts of each line's code where known; rows
+// past its end or marked in `stale` are counted here.
+ChangedLines FlushModuleLevelMarkingChanges(std::string_view text, const std::vector<BlockWordCounts>& counts = {},
+                                            const std::vector<bool>& stale = {});
 
 }  // namespace quill
 

@@ -67,16 +67,9 @@ bool IsIndentedAs(std::string_view line, std::uint64_t spaces, std::string_view 
   return true;
 }
 
-}  // namespace
-
-// The lines are read once to find where the blocks end; the layout reuses
-// what that read found of each line. Lines inside a block become their trimmed text behind their steps of
-// four spaces (none when they go to column 0); blank lines and lines outside
-// blocks keep their indentation.
-std::string LayoutBlocks(std::string_view text) {
-  const LineViews lines = SplitLineViews(text);
-  std::vector<BlockLineFacts> facts;
-  std::vector<Block> blocks = FindBlocks(lines, &facts);
+// The layout of `text`, whose lines and their facts are given.
+std::string LayOut(std::string_view text, const LineViews& lines, const std::vector<BlockLineFacts>& facts,
+                   std::vector<Block> blocks) {
   if (blocks.empty() || lines.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
     return LayOutWithoutBlocks(text);
   }
@@ -108,6 +101,30 @@ std::string LayoutBlocks(std::string_view text) {
     output.Replace(line, indented);
   }
   return output.Take();
+}
+
+std::vector<BlockWordCounts> CountsOf(const std::vector<BlockLineFacts>& facts) {
+  std::vector<BlockWordCounts> counts;
+  counts.reserve(facts.size());
+  for (const BlockLineFacts& line : facts) counts.push_back({line.begins, line.ends, line.cases, line.endcases});
+  return counts;
+}
+
+}  // namespace
+
+// The lines are read once to find where the blocks end; the layout reuses
+// what that read found of each line. Lines inside a block become their
+// trimmed text behind their steps of four spaces (none when they go to
+// column 0); blank lines and lines outside blocks keep their indentation.
+std::string LayoutBlocks(std::string_view text) {
+  return LayoutBlocksKeepingCounts(text).text;
+}
+
+LaidOutText LayoutBlocksKeepingCounts(std::string_view text) {
+  const LineViews lines = SplitLineViews(text);
+  std::vector<BlockLineFacts> facts;
+  std::vector<Block> blocks = FindBlocks(lines, &facts);
+  return {LayOut(text, lines, facts, std::move(blocks)), CountsOf(facts)};
 }
 
 }  // namespace quill

@@ -161,8 +161,8 @@ SpacedText SpaceSectionsKeepingKinds(std::string_view text) {
     kinds.push_back(ReadLineKind(line));
     return kinds.back();
   });
-  if (list.sections.size() < 2) return {std::string(text), std::move(kinds)};
-  const EmptyLines empty = FindEmptyLines(list);
+  if (list.sections.size() < 2) return {std::string(text), std::move(kinds), {}};
+  EmptyLines empty = FindEmptyLines(list);
   // The spaced text's lines are the text's with an empty line, which
   // separates, before each row in `empty.before`.
   std::vector<LineKind> spacedKinds;
@@ -175,7 +175,7 @@ SpacedText SpaceSectionsKeepingKinds(std::string_view text) {
     }
     spacedKinds.push_back(kinds[row]);
   }
-  return {InsertEmptyLines(text, empty), std::move(spacedKinds)};
+  return {InsertEmptyLines(text, empty), std::move(spacedKinds), std::move(empty.before)};
 }
 
 std::string SpaceSectionsAgain(std::string_view text, const std::vector<LineKind>& kinds,

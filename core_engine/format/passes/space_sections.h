@@ -44,6 +44,8 @@ std::string SpaceSections(std::string_view text);
 struct SpacedText {
   std::string text;
   std::vector<LineKind> kinds;  // one per line of `text`
+  // The rows of the input before which an empty line went in, ascending.
+  std::vector<std::int32_t> emptyLinesBefore;
 };
 
 SpacedText SpaceSectionsKeepingKinds(std::string_view text);
