@@ -21,14 +21,6 @@ std::string Trim(std::string_view s) {
   return std::string(TrimmedView(s));
 }
 
-std::string_view TrimmedView(std::string_view s) {
-  std::size_t first = 0;
-  while (first < s.size() && IsBlankByte(s[first])) ++first;
-  std::size_t last = s.size();
-  while (last > first && IsBlankByte(s[last - 1])) --last;
-  return s.substr(first, last - first);
-}
-
 // A plain loop: find_last_not_of would look each byte up in `chars` with a
 // library call.
 std::string_view TrimRightOf(std::string_view s, std::string_view chars) {

@@ -31,10 +31,21 @@ struct DeclColumns {
   Column array;
 };
 
+// Whether the line's first byte after white space can begin wire, reg or
+// logic (any letter case): the one byte turns most lines down before the
+// search for a comma and the scan.
+bool MayStartWithNetType(std::string_view line) {
+  std::size_t start = 0;
+  while (start < line.size() && IsSpaceByte(line[start])) ++start;
+  if (start == line.size()) return false;
+  const char first = FoldAscii(line[start]);
+  return first == 'w' || first == 'r' || first == 'l';
+}
+
 // A one-name wire, reg or logic declaration; a line with a comma anywhere,
 // comment included, is never one.
 std::optional<DeclRecord> ReadDeclaration(std::string_view line) {
-  if (line.find(',') != std::string_view::npos) return std::nullopt;
+  if (!MayStartWithNetType(line) || line.find(',') != std::string_view::npos) return std::nullopt;
   std::optional<NetDeclParts> parts = ScanNetDecl(line);
   if (!parts) return std::nullopt;
   DeclRecord record;

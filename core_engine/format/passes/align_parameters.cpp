@@ -112,6 +112,21 @@ std::optional<ParamRecord> ReadParameter(std::string_view line) {
   return record;
 }
 
+// Whether the line's text after white space begins with "parameter" or
+// "localparam" in any letter case, as the item's keyword must.
+bool MayHaveParamKeyword(std::string_view line) {
+  std::size_t start = 0;
+  while (start < line.size() && IsSpaceByte(line[start])) ++start;
+  const std::string_view rest = line.substr(start);
+  for (std::string_view keyword : {std::string_view("parameter"), std::string_view("localparam")}) {
+    if (rest.size() < keyword.size()) continue;
+    std::size_t i = 0;
+    while (i < keyword.size() && FoldAscii(rest[i]) == keyword[i]) ++i;
+    if (i == keyword.size()) return true;
+  }
+  return false;
+}
+
 void Widen(ParamColumns* columns, const ParamRecord& record) {
   columns->keyword.Widen(record.keyword);
   columns->range.Widen(record.range);
@@ -156,8 +171,12 @@ std::string AlignParameters(std::string_view text) {
   std::string_view line;
   for (std::size_t i = 0; reader.Next(&line); ++i) {
     const bool lineInList = tracker.Next(line);
-    std::optional<ParamRecord> record = ReadParameter(line);
     const std::vector<CandidateGrouper::Candidate>& accepted = grouper.Candidates();
+    // A line without the keyword counts only under an accepted one, so it is
+    // read only there.
+    const bool underAccepted = !accepted.empty() && accepted.back().line + 1 == i;
+    std::optional<ParamRecord> record;
+    if (underAccepted || MayHaveParamKeyword(line)) record = ReadParameter(line);
     if (!record || (record->keyword.empty() && (accepted.empty() || accepted.back().line + 1 != i))) {
       grouper.AddOther(line);
       continue;

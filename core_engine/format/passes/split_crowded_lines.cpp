@@ -106,10 +106,11 @@ bool SplitConnectionLine(std::string_view indent, std::string_view rest, std::st
 
 std::string SplitCrowdedLines(std::string_view text) {
   LineRewriter output(text, text.size() + 16);
+  const bool hasCr = text.find('\r') != std::string_view::npos;
   LineReader reader(text);
   std::string_view raw;
   while (reader.Next(&raw)) {
-    const std::string_view line = TrimRightOf(raw, "\r");
+    const std::string_view line = hasCr ? TrimRightOf(raw, "\r") : raw;
     // The indent is the match of "^\s*".
     std::size_t indentEnd = 0;
     while (indentEnd < line.size() && IsSpaceByte(line[indentEnd])) ++indentEnd;

@@ -1,6 +1,7 @@
 #include "format/scan/find_instance.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
@@ -138,14 +139,16 @@ std::optional<HeaderParts> ReadHeader(const LineViews& lines, const ParenthesisM
 
 namespace {
 
-// Whether one of the eight bytes at `pos` is "(" or ")". The two differ only
-// in their lowest bit, so the bytes that are either become zero below, and
-// the zero-byte test of the word finds them all at once.
-bool EightBytesHoldParenthesis(std::string_view line, std::size_t pos) {
+// 0x80 in each of the eight bytes at `pos` that is "(" or ")", read as a
+// little-endian word. The two differ only in their lowest bit, so the bytes
+// that are either become zero below; a byte is zero exactly when adding 0x7f
+// to its low seven bits leaves its high bit clear and it had none set.
+std::uint64_t ParenthesisBytes(std::string_view line, std::size_t pos) {
+  constexpr std::uint64_t kLow = 0x7f7f7f7f7f7f7f7full;
   std::uint64_t bytes = 0;
   std::memcpy(&bytes, line.data() + pos, sizeof bytes);
   const std::uint64_t x = (bytes ^ 0x2828282828282828ull) & 0xFEFEFEFEFEFEFEFEull;
-  return ((x - 0x0101010101010101ull) & ~x & 0x8080808080808080ull) != 0;
+  return ~(((x & kLow) + kLow) | x | kLow);
 }
 
 }  // namespace
@@ -153,28 +156,30 @@ bool EightBytesHoldParenthesis(std::string_view line, std::size_t pos) {
 ParenthesisMatches::ParenthesisMatches(const LineViews& lines) {
   lineStarts_.reserve(lines.size());
   std::vector<std::size_t> pending;  // indices into opens_ still waiting for their ")"
+  const auto take = [this, &pending](char c, std::size_t offset) {
+    if (c == '(') {
+      pending.push_back(opens_.size());
+      opens_.push_back(offset);
+      closes_.push_back(kNone);
+    } else if (c == ')' && !pending.empty()) {
+      closes_[pending.back()] = offset;
+      pending.pop_back();
+    }
+  };
   std::size_t base = 0;
   for (std::string_view line : lines) {
     lineStarts_.push_back(base);
     std::size_t pos = 0;
-    while (pos < line.size()) {
-      // Runs of eight bytes without a parenthesis are passed over whole.
-      if (line.size() - pos >= 8 && !EightBytesHoldParenthesis(line, pos)) {
-        pos += 8;
-        continue;
-      }
-      const std::size_t stop = std::min(pos + 8, line.size());
-      for (; pos < stop; ++pos) {
-        if (line[pos] == '(') {
-          pending.push_back(opens_.size());
-          opens_.push_back(base + pos);
-          closes_.push_back(kNone);
-        } else if (line[pos] == ')' && !pending.empty()) {
-          closes_[pending.back()] = base + pos;
-          pending.pop_back();
+    if constexpr (std::endian::native == std::endian::little) {
+      // Eight bytes at a time; only their parentheses are visited.
+      for (; line.size() - pos >= 8; pos += 8) {
+        for (std::uint64_t found = ParenthesisBytes(line, pos); found != 0; found &= found - 1) {
+          const std::size_t at = pos + static_cast<std::size_t>(std::countr_zero(found) / 8);
+          take(line[at], base + at);
         }
       }
     }
+    for (; pos < line.size(); ++pos) take(line[pos], base + pos);
     base += line.size() + 1;
   }
 }
