@@ -30,6 +30,9 @@ struct ReferencePatternTable {
   Pattern kTypeAndNamePattern{R"(^(\w+)\s+(\w+)$)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
   Pattern kSingleWordPattern{R"(^(\w+)$)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
   Pattern kCallHeadPattern{R"(^(\w+)\s*\()", CaseMode::kSensitive, LimitPolicy::kNoMatch};
+  // The "#(" list openers (format/scan/param_list_open.h).
+  Pattern kParamListOpenPattern{R"(^\s*#\s*\()", CaseMode::kSensitive, LimitPolicy::kNoMatch};
+  Pattern kNamedParamListOpenPattern{R"(\w+\s+#\s*\()", CaseMode::kSensitive, LimitPolicy::kNoMatch};
   // Blank runs collapsed in an instance header (format/scan/find_instance.h).
   Pattern kBlankRunPattern{R"(\s+)", CaseMode::kSensitive, LimitPolicy::kNoMatch};
   // Leading-word tests the formatter reads off the line's leading word.

@@ -9,6 +9,7 @@
 #include "common/pattern.h"
 #include "common/text_utils.h"
 #include "format/scan/alignment_utils.h"
+#include "format/scan/param_list_open.h"
 #include "format/scan/pattern_table.h"
 
 namespace quill {
@@ -16,18 +17,6 @@ namespace {
 
 constexpr std::string_view kIndent = "    ";
 constexpr std::string_view kTrailingBlanks = " \t\n\r";
-
-struct ParamPatterns {
-  // A line that starts with "#(".
-  Pattern kParamListOpenPattern{R"(^\s*#\s*\()", CaseMode::kSensitive, LimitPolicy::kNoMatch};
-  // A word, blanks and "#(" anywhere in the line: "module fifo #(", "fifo #(".
-  Pattern kNamedParamListOpenPattern{R"(\w+\s+#\s*\()", CaseMode::kSensitive, LimitPolicy::kNoMatch};
-};
-
-const ParamPatterns& LocalPatterns() {
-  static const ParamPatterns patterns;
-  return patterns;
-}
 
 // One parameter item dissected into its cells, as views into the line.
 struct ParamRecord {
@@ -71,13 +60,6 @@ class ParamListTracker {
   }
 
  private:
-  // Both list openers need a "#".
-  static bool OpensParamList(std::string_view line) {
-    if (line.find('#') == std::string_view::npos) return false;
-    const ParamPatterns& patterns = LocalPatterns();
-    return patterns.kParamListOpenPattern.Search(line) || patterns.kNamedParamListOpenPattern.Search(line);
-  }
-
   bool inside_ = false;
   std::int64_t depth_ = 0;
 };

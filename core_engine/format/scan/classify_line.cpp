@@ -99,7 +99,7 @@ std::string_view LineLabel(std::string_view line) {
   const std::string_view kind = KindOfWord(word);
   if (!kind.empty()) return kind;
   // A module instance, with or without a parameter list.
-  if (HasInstanceOrParamHead(t)) return "INST";
+  if (HasInstanceOrParamHeadAfter(t, wordEnd)) return "INST";
   return "";
 }
 

@@ -227,15 +227,16 @@ std::optional<InstanceSpan> FindInstance(const LineViews& lines, const Parenthes
   return span;
 }
 
+// The bytes between blank runs are appended a run at a time.
 std::string CollapseBlankRuns(std::string_view s) {
   std::string collapsed;
   collapsed.reserve(s.size());
   std::size_t pos = 0;
   while (pos < s.size()) {
-    if (!IsSpaceByte(s[pos])) {
-      collapsed.push_back(s[pos++]);
-      continue;
-    }
+    const std::size_t text = pos;
+    while (pos < s.size() && !IsSpaceByte(s[pos])) ++pos;
+    collapsed.append(s.substr(text, pos - text));
+    if (pos == s.size()) break;
     while (pos < s.size() && IsSpaceByte(s[pos])) ++pos;
     collapsed.push_back(' ');
   }

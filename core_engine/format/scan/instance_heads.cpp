@@ -80,11 +80,16 @@ std::optional<InstanceHead> ReadCallHead(std::string_view t) {
 // head (a name cannot start with it), and anything else only the instance
 // head.
 bool HasInstanceOrParamHead(std::string_view t) {
-  const std::optional<TypeWord> type = ReadTypeWord(t);
-  if (!type) return false;
-  if (type->next < t.size() && t[type->next] == '#') return AfterOpenParenthesis(t, type->next + 1).has_value();
-  const std::size_t nameEnd = SkipWord(t, type->next);
-  return nameEnd != type->next && AfterOpenParenthesis(t, nameEnd).has_value();
+  return HasInstanceOrParamHeadAfter(t, SkipWord(t, 0));
+}
+
+bool HasInstanceOrParamHeadAfter(std::string_view t, std::size_t wordEnd) {
+  if (wordEnd == 0) return false;
+  const std::size_t next = SkipSpaces(t, wordEnd);
+  if (next == wordEnd) return false;
+  if (next < t.size() && t[next] == '#') return AfterOpenParenthesis(t, next + 1).has_value();
+  const std::size_t nameEnd = SkipWord(t, next);
+  return nameEnd != next && AfterOpenParenthesis(t, nameEnd).has_value();
 }
 
 // A lone word is the single-word shape; every other shape needs blanks behind

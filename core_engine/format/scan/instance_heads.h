@@ -32,6 +32,9 @@ std::optional<InstanceHead> ReadCallHead(std::string_view t);
 // HasInstanceHead(t) || HasParamInstanceHead(t), in one walk: the two share
 // the type word and the blanks behind it.
 bool HasInstanceOrParamHead(std::string_view t);
+// The same, where `t` begins with a run of word bytes that ends at
+// `wordEnd`.
+bool HasInstanceOrParamHeadAfter(std::string_view t, std::size_t wordEnd);
 // Whether `t` has one of the four shapes of an instance's first line
 // (instance head, parameterised head, type and name, single word), in one
 // walk.
