@@ -30,36 +30,89 @@ bool EndsWithIfHeader(std::string_view code) {
   return false;
 }
 
-// Whether `t` begins with a word and ":" after white space, as
-// kLabelPattern ("^\s*(\w+)\s*:\s*(.*)") requires.
-bool HasLabelShape(std::string_view t) {
-  std::size_t pos = 0;
-  while (pos < t.size() && IsSpaceByte(t[pos])) ++pos;
-  const std::size_t word = pos;
-  while (pos < t.size() && IsWordByte(t[pos])) ++pos;
-  if (pos == word) return false;
+// Whether `t`, whose leading word is `word` (a part of it), continues with
+// ":" after white space, as kLabelPattern ("^\s*(\w+)\s*:\s*(.*)") requires.
+bool HasLabelShape(std::string_view t, std::string_view word) {
+  if (word.empty()) return false;
+  std::size_t pos = static_cast<std::size_t>(word.data() - t.data()) + word.size();
   while (pos < t.size() && IsSpaceByte(t[pos])) ++pos;
   return pos < t.size() && t[pos] == ':';
 }
 
 // A case label alone on its line ("IDLE:", "default: // idle"), which puts
 // the next line one step further in.
-bool IsBareLabelText(std::string_view t) {
-  if (!HasLabelShape(t)) return false;
+bool IsBareLabelText(std::string_view t, std::string_view word) {
+  if (!HasLabelShape(t, word)) return false;
   Match match;
   if (!Patterns().kLabelPattern.Search(t, &match)) return false;
   const std::string rest = Trim(match.Group(2));
   return rest.empty() || rest.compare(0, 2, "//") == 0;
 }
 
-bool StartsStatement(std::string_view word) {
-  return IsOneOfIgnoringCase(word, {"always", "initial", "module", "endmodule", "assign", "wire", "reg", "logic"});
+bool EqualsIgnoringCase(std::string_view word, std::string_view lower) {
+  return IsOneOfIgnoringCase(word, {lower});
 }
 
 BlockKind BlockKindOf(std::string_view word) {
   if (IsOneOfIgnoringCase(word, {"always_ff", "always_comb", "always"})) return BlockKind::kAlways;
   if (IsOneOfIgnoringCase(word, {"generate"})) return BlockKind::kGenerate;
   return BlockKind::kNone;
+}
+
+// The facts the leading word gives: the block that starts (always,
+// always_ff, always_comb, generate), a generate's end, a move to column 0
+// (assign, endgenerate), a statement start (always, initial, module,
+// endmodule, assign, wire, reg, logic); any letter case. The word's length
+// picks the few words it can be.
+void ReadLeadingWord(std::string_view word, BlockLineFacts* facts) {
+  switch (word.size()) {
+    case 3:
+      facts->startsStatement = EqualsIgnoringCase(word, "reg");
+      break;
+    case 4:
+      facts->startsStatement = EqualsIgnoringCase(word, "wire");
+      break;
+    case 5:
+      facts->startsStatement = EqualsIgnoringCase(word, "logic");
+      break;
+    case 6:
+      if (EqualsIgnoringCase(word, "always")) {
+        facts->startsBlock = BlockKind::kAlways;
+        facts->startsStatement = true;
+      } else if (EqualsIgnoringCase(word, "assign")) {
+        facts->movesToColumnZero = true;
+        facts->startsStatement = true;
+      } else {
+        facts->startsStatement = EqualsIgnoringCase(word, "module");
+      }
+      break;
+    case 7:
+      facts->startsStatement = EqualsIgnoringCase(word, "initial");
+      break;
+    case 8:
+      if (EqualsIgnoringCase(word, "generate")) {
+        facts->startsBlock = BlockKind::kGenerate;
+        facts->opensGenerate = true;
+      }
+      break;
+    case 9:
+      if (EqualsIgnoringCase(word, "always_ff")) {
+        facts->startsBlock = BlockKind::kAlways;
+      } else {
+        facts->startsStatement = EqualsIgnoringCase(word, "endmodule");
+      }
+      break;
+    case 11:
+      if (EqualsIgnoringCase(word, "always_comb")) {
+        facts->startsBlock = BlockKind::kAlways;
+      } else if (EqualsIgnoringCase(word, "endgenerate")) {
+        facts->closesGenerate = true;
+        facts->movesToColumnZero = true;
+      }
+      break;
+    default:
+      break;
+  }
 }
 
 }  // namespace
@@ -84,16 +137,12 @@ BlockLineFacts ReadBlockLineFacts(std::string_view line) {
   // A "//" comment starts with a byte outside words, so removing it leaves
   // the leading word as it is.
   const std::string_view word = LeadingPatternWord(t);
-  facts.startsBlock = BlockKindOf(word);
-  facts.opensGenerate = facts.startsBlock == BlockKind::kGenerate;
-  facts.closesGenerate = IsOneOfIgnoringCase(word, {"endgenerate"});
-  facts.movesToColumnZero = facts.closesGenerate || IsOneOfIgnoringCase(word, {"assign"});
-  facts.startsStatement = StartsStatement(word);
+  ReadLeadingWord(word, &facts);
   facts.mentionsBegin = facts.begins > 0 || (t.find("begin") != std::string_view::npos && p.kBeginPattern.Search(t));
   facts.isLoneBegin = t == "begin";
   facts.isSignificant = t.compare(0, 2, "//") != 0;
   facts.endsIfHeader = EndsWithIfHeader(code);
-  facts.isBareLabel = IsBareLabelText(t);
+  facts.isBareLabel = IsBareLabelText(t, word);
   return facts;
 }
 
