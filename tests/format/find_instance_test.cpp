@@ -56,6 +56,29 @@ TEST(CollapseBlankRuns, AgreesWithThePatternOnEveryShortText) {
   for (const std::string& text : texts) ASSERT_EQ(CollapseBlankRuns(text), pattern.ReplaceAll(text, " ")) << text;
 }
 
+// The keyword test agrees with kBlockKeywordPattern on every keyword in
+// three letter cases, the keywords with a byte more or less, and a few
+// other words.
+TEST(StartsWithBlockKeyword, AgreesWithThePattern) {
+  const std::vector<std::string> words = {
+      "module", "function", "task",        "if",       "else",        "case",    "casex",      "casez",
+      "for",    "while",    "forever",     "assign",   "always",      "always_ff", "always_comb", "initial",
+      "generate", "endgenerate", "specify", "endspecify", "fifo", "end", "begin", "wire", "x", ""};
+  std::vector<std::string> texts;
+  for (const std::string& word : words) {
+    std::string upper = word;
+    for (char& c : upper) c = static_cast<char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
+    for (const std::string& form : {word, upper, word + "s", word.empty() ? word : word.substr(1),
+                                    word.empty() ? word : upper.substr(0, 1) + word.substr(1)}) {
+      for (const std::string& text : {form, form + " (a)", form + "(", "\v" + form, form + "_1 u ("}) {
+        texts.push_back(text);
+      }
+    }
+  }
+  const Pattern& pattern = ReferencePatterns().kBlockKeywordPattern;
+  for (const std::string& text : texts) EXPECT_EQ(StartsWithBlockKeyword(text), pattern.Search(text)) << text;
+}
+
 TEST(ParenthesisMatches, BalancesAcrossLines) {
   TextLines lines = {"a (b (c", "d) e", ") f"};
   ParenthesisMatches parens(lines);

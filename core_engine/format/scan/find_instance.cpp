@@ -37,12 +37,27 @@ std::string CommentFrom(std::string_view body, std::size_t from) {
 }
 
 
+}  // namespace
+
+// The word's length picks the few keywords it can be.
 bool StartsWithBlockKeyword(std::string_view trimmed) {
-  return IsOneOfIgnoringCase(LeadingPatternWord(trimmed),
-                             {"module",      "function", "task",     "if",          "else",    "case",      "casex",
-                              "casez",       "for",      "while",    "forever",     "assign",  "always",    "always_ff",
-                              "always_comb", "initial",  "generate", "endgenerate", "specify", "endspecify"});
+  const std::string_view word = LeadingPatternWord(trimmed);
+  switch (word.size()) {
+    case 2: return IsOneOfIgnoringCase(word, {"if"});
+    case 3: return IsOneOfIgnoringCase(word, {"for"});
+    case 4: return IsOneOfIgnoringCase(word, {"task", "else", "case"});
+    case 5: return IsOneOfIgnoringCase(word, {"casex", "casez", "while"});
+    case 6: return IsOneOfIgnoringCase(word, {"module", "assign", "always"});
+    case 7: return IsOneOfIgnoringCase(word, {"forever", "initial", "specify"});
+    case 8: return IsOneOfIgnoringCase(word, {"function", "generate"});
+    case 9: return IsOneOfIgnoringCase(word, {"always_ff"});
+    case 10: return IsOneOfIgnoringCase(word, {"endspecify"});
+    case 11: return IsOneOfIgnoringCase(word, {"always_comb", "endgenerate"});
+    default: return false;
+  }
 }
+
+namespace {
 
 bool IsCommentOrBlankLine(std::string_view line) {
   std::string_view rest = line.substr(LeadingBlanks(line));

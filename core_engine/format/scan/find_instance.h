@@ -54,6 +54,13 @@ struct InstanceSpan {
   std::size_t closeColumn = 0;  // position of its ")" in closeLine
 };
 
+// Whether the text begins, after white space, with a keyword that starts a
+// block or statement (module, function, task, if, else, case, casex, casez,
+// for, while, forever, assign, always, always_ff, always_comb, initial,
+// generate, endgenerate, specify, endspecify; any letter case): no instance
+// starts there.
+bool StartsWithBlockKeyword(std::string_view trimmed);
+
 // The text with each run of white space (\s) replaced by one space, as
 // replacing every match of "\s+" by " " gives it.
 std::string CollapseBlankRuns(std::string_view s);
