@@ -27,18 +27,25 @@ inline void MergeChangedRows(const std::vector<bool>& from, std::vector<bool>* i
 }
 
 // Values by row of a text, moved to the rows they take once an empty line
-// went in before each row in `insertedBefore` (ascending); the empty lines
-// get `filler`.
+// went in before each row in `insertedBefore` (ascending; rows outside the
+// text are passed over); the empty lines get `filler`. The values between
+// two empty lines are copied as one range.
 template <typename T>
 std::vector<T> ShiftRows(const std::vector<T>& byRow, const std::vector<std::int32_t>& insertedBefore,
                          const T& filler) {
   std::vector<T> shifted;
   shifted.reserve(byRow.size() + insertedBefore.size());
-  auto next = insertedBefore.begin();
-  for (std::size_t row = 0; row < byRow.size(); ++row) {
-    for (; next != insertedBefore.end() && static_cast<std::size_t>(*next) == row; ++next) shifted.push_back(filler);
-    shifted.push_back(byRow[row]);
+  std::size_t copied = 0;
+  for (const std::int32_t before : insertedBefore) {
+    if (before < 0) continue;
+    const auto row = static_cast<std::size_t>(before);
+    if (row >= byRow.size()) break;
+    shifted.insert(shifted.end(), byRow.begin() + static_cast<std::ptrdiff_t>(copied),
+                   byRow.begin() + static_cast<std::ptrdiff_t>(row));
+    shifted.push_back(filler);
+    copied = row;
   }
+  shifted.insert(shifted.end(), byRow.begin() + static_cast<std::ptrdiff_t>(copied), byRow.end());
   return shifted;
 }
 

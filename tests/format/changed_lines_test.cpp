@@ -120,6 +120,7 @@ TEST(ChangedLinesTest, ShiftRowsMakesRoomForInsertedLines) {
   EXPECT_EQ(ShiftRows<int>({1, 2, 3}, {0, 2, 2}, 0), std::vector<int>({0, 1, 2, 0, 0, 3}));
   EXPECT_EQ(ShiftRows<int>({1, 2}, {}, 0), std::vector<int>({1, 2}));
   EXPECT_EQ(ShiftRows<int>({}, {}, 0), std::vector<int>());
+  EXPECT_EQ(ShiftRows<int>({1, 2}, {-1, 1, 2, 5}, 0), std::vector<int>({1, 0, 2}));
 }
 
 TEST(SpaceSectionsAgainTest, KeptKindsAreThoseOfTheSpacedLines) {
