@@ -2,6 +2,7 @@
 #define QUILL_LINT_ALWAYS_ANALYSIS_H_
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -14,9 +15,10 @@ namespace quill {
 // from its body text, and records the body's identifier uses.
 void AnalyzeAlwaysBody(std::string_view body, AlwaysBlock& block, std::uint32_t bodyStartLine, NameMap& firstUseLine);
 
-// Records every assignment with operator `op` ("<=" or "=") found in `text`.
-void ScanAssignments(std::string_view text, std::string_view op, std::uint32_t startLine, NameMap& firstUseLine,
-                     AlwaysBlock& block);
+// Records every assignment with operator `op` ("<=" or "=") found in `text`;
+// the records' right-hand sides are pieces of `text` itself, shared.
+void ScanAssignments(const std::shared_ptr<const std::string>& text, std::string_view op, std::uint32_t startLine,
+                     NameMap& firstUseLine, AlwaysBlock& block);
 
 // `text` without everything inside (and including) parentheses or brackets.
 std::string StripParenthesized(std::string_view text);

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <memory>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -169,8 +170,9 @@ void AnalyzeAlwaysBody(std::string_view body, AlwaysBlock& block, std::uint32_t 
   const std::string_view work = WorkCopy(body);
   RecordUses(work, static_cast<std::int32_t>(bodyStartLine), firstUseLine);
 
-  const std::string unparenthesized = StripParenthesized(work);
-  const std::string bare = StripBracketed(unparenthesized);
+  // Shared with the assignment records, whose right-hand sides are pieces of it.
+  const auto unparenthesized = std::make_shared<const std::string>(StripParenthesized(work));
+  const std::string bare = StripBracketed(*unparenthesized);
   CollectTargets(bare, block);
 
   if (block.isCombinational) {

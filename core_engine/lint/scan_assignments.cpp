@@ -150,13 +150,12 @@ std::string StripBracketed(std::string_view text) {
   return StripNested(text, '[', ']');
 }
 
-void ScanAssignments(std::string_view text, std::string_view op, std::uint32_t startLine, NameMap& firstUseLine,
-                     AlwaysBlock& block) {
+void ScanAssignments(const std::shared_ptr<const std::string>& shared, std::string_view op, std::uint32_t startLine,
+                     NameMap& firstUseLine, AlwaysBlock& block) {
+  const std::string_view text = *shared;
   if (op.empty()) return;
   const bool blocking = op == "=";
   BracketWalker brackets(text);
-  // The records' right-hand sides are pieces of one copy of the text.
-  std::shared_ptr<const std::string> shared;
   SharedEnd sharedEnd;
   std::size_t linesBefore = 0;
   std::size_t countedTo = 0;
@@ -187,7 +186,6 @@ void ScanAssignments(std::string_view text, std::string_view op, std::uint32_t s
     std::size_t begin = pos;
     while (begin < rhsEnd && (text[begin] == ' ' || text[begin] == '\t' || text[begin] == '\r')) ++begin;
     const std::size_t end = sharedEnd.TrimmedEnd(text, begin);
-    if (!shared) shared = std::make_shared<const std::string>(text);
     AssignmentRecord record;
     record.target = std::string(target.name);
     record.rhs = TextPiece(shared, begin, end - begin);

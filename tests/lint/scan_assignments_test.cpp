@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -71,7 +72,8 @@ class ScanAssignmentsTest : public ::testing::TestWithParam<ScanCase> {};
 TEST_P(ScanAssignmentsTest, RecordsAssignments) {
   NameMap uses;
   AlwaysBlock block;
-  ScanAssignments(GetParam().text, GetParam().op, GetParam().startLine, uses, block);
+  ScanAssignments(std::make_shared<const std::string>(GetParam().text), GetParam().op, GetParam().startLine, uses,
+                  block);
   EXPECT_EQ(Records(block), GetParam().expected);
 }
 
@@ -99,7 +101,8 @@ INSTANTIATE_TEST_SUITE_P(
             "LinesCountedFromStart", "\n\na = 1;\n\nb = 2;", "=", 10, {{"a", "1", 12, false}, {"b", "2", 14, false}}},
         ScanCase{"SeveralOnOneLine", "a = b = c;", "=", 0, {{"a", "b = c", 0, false}, {"b", "c", 0, false}}},
         ScanCase{"TargetAtTextStartWithoutBlank", "a=1", "=", 0, {{"a", "1", 0, false}}},
-        ScanCase{"ChainTrimsItsSharedTail", "x = y = z  \t\r;", "=", 0, {{"x", "y = z", 0, false}, {"y", "z", 0, false}}},
+        ScanCase{
+            "ChainTrimsItsSharedTail", "x = y = z  \t\r;", "=", 0, {{"x", "y = z", 0, false}, {"y", "z", 0, false}}},
         ScanCase{"ChainEndingInBlanks", "p = q =   ;", "=", 0, {{"p", "q =", 0, false}, {"q", "", 0, false}}},
         ScanCase{"ChainsOnTwoLines",
                  "a = b = c\nd = e = f",
@@ -112,7 +115,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(ScanAssignmentsTest, RecordsRightHandSideUsesAtTheRecordLine) {
   NameMap uses;
   AlwaysBlock block;
-  ScanAssignments("\ny = en ? 8'hFF : data;", "=", 3, uses, block);
+  ScanAssignments(std::make_shared<const std::string>("\ny = en ? 8'hFF : data;"), "=", 3, uses, block);
   EXPECT_EQ(uses.count("en"), 1u);
   EXPECT_EQ(uses.count("data"), 1u);
   EXPECT_EQ(uses.count("y"), 0u);
@@ -123,7 +126,7 @@ TEST(ScanAssignmentsTest, RecordsRightHandSideUsesAtTheRecordLine) {
 TEST(ScanAssignmentsTest, EveryLinkOfAChainRecordsTheUsesOfItsRightHandSide) {
   NameMap uses;
   AlwaysBlock block;
-  ScanAssignments("a = b = 4'b1 + c;\nd = e;", "=", 6, uses, block);
+  ScanAssignments(std::make_shared<const std::string>("a = b = 4'b1 + c;\nd = e;"), "=", 6, uses, block);
   EXPECT_EQ(test::NamesOf(uses), (NameSet{"b", "c", "e"}));
   EXPECT_EQ(uses, (NameMap{{"b", 6}, {"c", 6}, {"e", 7}}));
 }
@@ -134,7 +137,7 @@ TEST(ScanAssignmentsTest, LongChainOnOneLine) {
   text += std::string(100000, ' ') + ";";
   NameMap uses;
   AlwaysBlock block;
-  ScanAssignments(text, "=", 0, uses, block);
+  ScanAssignments(std::make_shared<const std::string>(text), "=", 0, uses, block);
   ASSERT_EQ(block.assignments.size(), 200000u);
   EXPECT_EQ(block.assignments.front().rhs.size(), 200000u * 4 - 3);
   EXPECT_EQ(block.assignments.back().rhs, "x");
@@ -144,7 +147,7 @@ TEST(ScanAssignmentsTest, LongChainOnOneLine) {
 TEST(ScanAssignmentsTest, SkippedOccurrencesRecordNoUses) {
   NameMap uses;
   AlwaysBlock block;
-  ScanAssignments("a == b; c != d;", "=", 0, uses, block);
+  ScanAssignments(std::make_shared<const std::string>("a == b; c != d;"), "=", 0, uses, block);
   EXPECT_TRUE(block.assignments.empty());
   EXPECT_TRUE(uses.empty());
 }
@@ -155,7 +158,7 @@ TEST(ScanAssignmentsTest, ManyUnmatchedSelectsFinish) {
   text += "[ y] = 2;";
   NameMap uses;
   AlwaysBlock block;
-  ScanAssignments(text, "=", 0, uses, block);
+  ScanAssignments(std::make_shared<const std::string>(text), "=", 0, uses, block);
   ASSERT_EQ(block.assignments.size(), 0u);
 }
 
@@ -165,7 +168,7 @@ TEST(ScanAssignmentsTest, ManyNestedSelectsFinish) {
   for (int i = 0; i < 50000; ++i) text += "a] = 1;\n";
   NameMap uses;
   AlwaysBlock block;
-  ScanAssignments(text, "=", 0, uses, block);
+  ScanAssignments(std::make_shared<const std::string>(text), "=", 0, uses, block);
   EXPECT_EQ(block.assignments.size(), 0u);
 }
 

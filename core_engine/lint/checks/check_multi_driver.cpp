@@ -41,6 +41,8 @@ std::vector<Diagnostic> CheckMultiDriver(const ModuleModel& model) {
 
   std::vector<NameFindings> groups;
   for (const auto& [nameView, driver] : drivers) {
+    // Most names have one driver: nothing to report, nothing to build.
+    if (driver.alwaysLines.size() < 2 && (driver.assignLines.empty() || driver.alwaysLines.empty())) continue;
     const std::string name(nameView);
     const std::vector<std::uint32_t> always = DistinctAscending(driver.alwaysLines);
     NameFindings group{name, {}};
