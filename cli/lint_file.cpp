@@ -134,9 +134,13 @@ FileReport LintFile(std::string_view text, const std::filesystem::path& path, co
   report.preprocessorProblem = preprocessed.problem;
   const std::string_view linted = preprocessed.text;
 
-  const SourceScan scan = ScanSource(text);
-  const SourceScan lintedScan = preprocessed.changed ? ScanSource(linted) : SourceScan();
-  const std::vector<std::size_t>& unitStarts = preprocessed.changed ? lintedScan.unitStarts : scan.unitStarts;
+  // The units are those of the linted text; the comments those of the text
+  // as written, needed only when it holds a suppression marker at all.
+  const SourceScan lintedScan = ScanSource(linted);
+  const bool readsOwnComments = preprocessed.changed && text.find(kSuppressionMarker) != std::string_view::npos;
+  const SourceScan writtenScan = readsOwnComments ? ScanSource(text) : SourceScan();
+  const SourceScan& scan = preprocessed.changed ? writtenScan : lintedScan;
+  const std::vector<std::size_t>& unitStarts = lintedScan.unitStarts;
   std::vector<Finding> all;
   const std::vector<std::size_t> stretches =
       options.wholeFile ? std::vector<std::size_t>{0} : UnitStretches(unitStarts);

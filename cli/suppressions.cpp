@@ -8,7 +8,6 @@
 namespace quill::cli {
 namespace {
 
-constexpr std::string_view kMarker = "quill:";
 constexpr int64_t kEndOfFile = std::numeric_limits<int64_t>::max();
 
 bool IsSpace(char c) {
@@ -58,18 +57,19 @@ Suppressions::Suppressions(std::string_view text, const std::vector<Comment>& co
   int64_t line = 0;
   std::size_t counted = 0;
   for (const Comment& comment : comments) {
+    // Only comments that mention the marker are parsed further; lines are
+    // counted up to those alone.
+    if (comment.body.find(kSuppressionMarker) == std::string_view::npos) continue;
     line += CountNewlines(text.substr(counted, comment.begin - counted));
     counted = comment.begin;
-    // Only comments that mention the marker are parsed further.
-    if (comment.body.find(kMarker) == std::string_view::npos) continue;
     ReadComment(comment.body, line, line + CountNewlines(text.substr(comment.begin, comment.end - comment.begin)));
   }
 }
 
 void Suppressions::ReadComment(std::string_view body, int64_t firstLine, int64_t lastLine) {
   body = Trim(body);
-  if (!body.starts_with(kMarker)) return;
-  body = Trim(body.substr(kMarker.size()));
+  if (!body.starts_with(kSuppressionMarker)) return;
+  body = Trim(body.substr(kSuppressionMarker.size()));
   if (const std::size_t reason = body.find(" --"); reason != std::string_view::npos) body = body.substr(0, reason);
   std::size_t wordEnd = 0;
   while (wordEnd < body.size() && !IsSpace(body[wordEnd])) ++wordEnd;

@@ -34,6 +34,9 @@ struct SuppressionProblem {
   std::string message;
 };
 
+// What every suppression comment starts with: a text without it has none.
+constexpr std::string_view kSuppressionMarker = "quill:";
+
 class Suppressions {
  public:
   // Reads the suppression comments among the scanned comments of `text`.

@@ -60,34 +60,37 @@ class Evaluator {
  private:
   bool Active() const { return stack_.empty() || stack_.back().active; }
 
-  // Copies one byte, or drops it when it lies in an inactive branch; line
-  // feeds always stay.
+  // The zero-based line of pos_, counted on demand: only directives that
+  // open a conditional or fail ask for it, so most text is never counted.
+  std::uint32_t Line() {
+    line_ += static_cast<std::uint32_t>(std::count(text_.begin() + static_cast<std::ptrdiff_t>(lineCounted_),
+                                                   text_.begin() + static_cast<std::ptrdiff_t>(pos_), '\n'));
+    lineCounted_ = pos_;
+    return line_;
+  }
+
+  // Copies the bytes, or drops them when they lie in an inactive branch;
+  // line feeds always stay.
   void Emit(std::size_t from, std::size_t to) {
     if (Active()) {
-      const std::string_view piece = text_.substr(from, to - from);
-      out_.append(piece);
-      line_ += static_cast<std::uint32_t>(std::count(piece.begin(), piece.end(), '\n'));
+      out_.append(text_.substr(from, to - from));
       return;
     }
-    for (std::size_t i = from; i < to; ++i) {
-      const char c = text_[i];
-      if (c == '\n') ++line_;
-      if (c == '\n' || Active()) {
-        out_ += c;
-      } else {
-        changed_ = true;
-      }
-    }
+    const std::size_t lineFeeds = KeepLineFeeds(from, to);
+    if (to - from > lineFeeds) changed_ = true;
   }
 
   void Drop(std::size_t from, std::size_t to) {
-    for (std::size_t i = from; i < to; ++i) {
-      if (text_[i] == '\n') {
-        ++line_;
-        out_ += '\n';
-      }
-    }
+    KeepLineFeeds(from, to);
     if (to > from) changed_ = true;
+  }
+
+  // Appends as many line feeds as [from, to) holds; returns their number.
+  std::size_t KeepLineFeeds(std::size_t from, std::size_t to) {
+    const auto lineFeeds = static_cast<std::size_t>(std::count(
+        text_.begin() + static_cast<std::ptrdiff_t>(from), text_.begin() + static_cast<std::ptrdiff_t>(to), '\n'));
+    out_.append(lineFeeds, '\n');
+    return lineFeeds;
   }
 
   // Handles what starts at pos_: a comment, a string, a directive or one byte.
@@ -145,7 +148,7 @@ class Evaluator {
   }
 
   bool Fail(std::string problem) {
-    problemLine_ = line_;
+    problemLine_ = Line();
     problem_ = std::move(problem);
     return false;
   }
@@ -176,7 +179,7 @@ class Evaluator {
           open.taken = open.taken || defined;
         } else {
           const bool condition = directive == Directive::kIfdef ? defined : !defined;
-          stack_.push_back({Active(), condition, false, Active() && condition, line_});
+          stack_.push_back({Active(), condition, false, Active() && condition, Line()});
         }
         Drop(pos_, nameEnd);
         pos_ = nameEnd;
@@ -246,7 +249,8 @@ class Evaluator {
   std::string out_;
   std::vector<Conditional> stack_;
   std::size_t pos_ = 0;
-  std::uint32_t line_ = 0;
+  std::uint32_t line_ = 0;          // the line of lineCounted_
+  std::size_t lineCounted_ = 0;
   bool changed_ = false;
   std::optional<std::uint32_t> problemLine_;
   std::string problem_;
@@ -264,6 +268,12 @@ std::optional<std::string> DefineName(std::string_view definition) {
 }
 
 PreprocessedText BlankInactiveBranches(std::string_view text, const DefineSet& defines) {
+  // Without a backquote there is no directive: the text stays as it is.
+  if (text.find('`') == std::string_view::npos) {
+    PreprocessedText result;
+    result.text = std::string(text);
+    return result;
+  }
   return Evaluator(text, defines).Run();
 }
 
