@@ -10,22 +10,82 @@ namespace {
 // so that no input can exhaust the stack.
 constexpr std::size_t kMaxDepth = 400;
 
-bool IsAnyOf(const Token& token, std::initializer_list<std::string_view> words) {
-  return std::find(words.begin(), words.end(), token.text) != words.end();
-}
-
 bool IsProceduralKeyword(const Token& token) {
-  return IsAnyOf(token, {"always", "always_ff", "always_comb", "always_latch", "initial", "final"});
+  switch (token.keyword) {
+    case Keyword::kAlways:
+    case Keyword::kAlwaysFf:
+    case Keyword::kAlwaysComb:
+    case Keyword::kAlwaysLatch:
+    case Keyword::kInitial:
+    case Keyword::kFinal:
+      return true;
+    default:
+      return false;
+  }
 }
 
 bool IsModuleKeyword(const Token& token) {
-  return IsAnyOf(token, {"module", "macromodule", "interface", "program", "package", "checker"});
+  switch (token.keyword) {
+    case Keyword::kModule:
+    case Keyword::kMacromodule:
+    case Keyword::kInterface:
+    case Keyword::kProgram:
+    case Keyword::kPackage:
+    case Keyword::kChecker:
+      return true;
+    default:
+      return false;
+  }
 }
 
 bool IsDeclarationKeyword(const Token& token) {
-  return IsAnyOf(token, {"input", "output", "inout", "wire", "reg", "logic", "tri", "tri0", "tri1", "wand", "wor",
-                         "supply0", "supply1", "integer", "real", "time", "genvar", "parameter", "localparam", "bit",
-                         "byte", "shortint", "int", "longint", "var"});
+  switch (token.keyword) {
+    case Keyword::kInput:
+    case Keyword::kOutput:
+    case Keyword::kInout:
+    case Keyword::kWire:
+    case Keyword::kReg:
+    case Keyword::kLogic:
+    case Keyword::kTri:
+    case Keyword::kTri0:
+    case Keyword::kTri1:
+    case Keyword::kWand:
+    case Keyword::kWor:
+    case Keyword::kSupply0:
+    case Keyword::kSupply1:
+    case Keyword::kInteger:
+    case Keyword::kReal:
+    case Keyword::kTime:
+    case Keyword::kGenvar:
+    case Keyword::kParameter:
+    case Keyword::kLocalparam:
+    case Keyword::kBit:
+    case Keyword::kByte:
+    case Keyword::kShortint:
+    case Keyword::kInt:
+    case Keyword::kLongint:
+    case Keyword::kVar:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool IsCaseKeyword(const Token& token) {
+  return token.Is(Keyword::kCase) || token.Is(Keyword::kCasex) || token.Is(Keyword::kCasez);
+}
+
+bool IsAggregateQualifier(const Token& token) {
+  switch (token.keyword) {
+    case Keyword::kPacked:
+    case Keyword::kSigned:
+    case Keyword::kUnsigned:
+    case Keyword::kTagged:
+    case Keyword::kSoft:
+      return true;
+    default:
+      return false;
+  }
 }
 
 std::string LowerCase(std::string_view text) {
@@ -39,7 +99,16 @@ std::string LowerCase(std::string_view text) {
 const std::vector<std::size_t> kNoTokens;
 
 bool IsModuleEnd(const Token& token) {
-  return IsAnyOf(token, {"endmodule", "endinterface", "endprogram", "endpackage", "endchecker"});
+  switch (token.keyword) {
+    case Keyword::kEndmodule:
+    case Keyword::kEndinterface:
+    case Keyword::kEndprogram:
+    case Keyword::kEndpackage:
+    case Keyword::kEndchecker:
+      return true;
+    default:
+      return false;
+  }
 }
 
 }  // namespace
@@ -74,7 +143,8 @@ class GenerateScopeParser {
 
  private:
   const Token& At() const { return tokens_[i_]; }
-  bool AtWord(std::string_view word) const { return i_ < n_ && tokens_[i_].text == word; }
+  bool AtKeyword(Keyword keyword) const { return i_ < n_ && tokens_[i_].Is(keyword); }
+  bool AtSymbol(char symbol) const { return i_ < n_ && tokens_[i_].IsSymbol(symbol); }
 
   void Take(std::size_t node) {
     if (i_ < n_) s_.tokenNode_[i_++] = node;
@@ -94,11 +164,11 @@ class GenerateScopeParser {
 
   // "(" ... the balancing ")", if the current token opens one.
   void SkipParentheses(std::size_t node) {
-    if (i_ >= n_ || !At().Is("(")) return;
+    if (i_ >= n_ || !At().IsSymbol('(')) return;
     std::size_t depth = 0;
     while (i_ < n_) {
-      if (At().Is("(")) ++depth;
-      if (At().Is(")")) --depth;
+      if (At().IsSymbol('(')) ++depth;
+      if (At().IsSymbol(')')) --depth;
       Take(node);
       if (depth == 0) return;
     }
@@ -110,14 +180,14 @@ class GenerateScopeParser {
     std::size_t depth = 0;
     while (i_ < n_) {
       const Token& token = At();
-      if (depth == 0 && (token.Is("end") || token.Is("endgenerate") || token.Is("endcase") || IsModuleEnd(token) ||
-                         IsModuleKeyword(token))) {
+      if (depth == 0 && (token.Is(Keyword::kEnd) || token.Is(Keyword::kEndgenerate) || token.Is(Keyword::kEndcase) ||
+                         IsModuleEnd(token) || IsModuleKeyword(token))) {
         return;
       }
-      if (token.Is("(")) ++depth;
-      if (token.Is(")") && depth > 0) --depth;
+      if (token.IsSymbol('(')) ++depth;
+      if (token.IsSymbol(')') && depth > 0) --depth;
       Take(node);
-      if (depth == 0 && token.Is(";")) return;
+      if (depth == 0 && token.IsSymbol(';')) return;
     }
   }
 
@@ -126,19 +196,19 @@ class GenerateScopeParser {
   bool ParseItem(std::size_t node, std::size_t depth) {
     if (i_ >= n_ || TooDeep(depth)) return false;
     const Token& token = At();
-    const bool classAhead = i_ + 1 < n_ && tokens_[i_ + 1].Is("class");
-    if (token.Is("class") || ((token.Is("virtual") || token.Is("interface")) && classAhead)) {
+    const bool classAhead = i_ + 1 < n_ && tokens_[i_ + 1].Is(Keyword::kClass);
+    if (token.Is(Keyword::kClass) || ((token.Is(Keyword::kVirtual) || token.Is(Keyword::kInterface)) && classAhead)) {
       // A class's members, parameters and methods are its own.
       const std::size_t body = AddNode(ScopeNode::Kind::kNamedBlock, node);
       s_.nodes_[body].routine = true;
-      while (i_ < n_ && !At().Is("endclass") && !IsModuleEnd(At())) {
-        if (At().Is("function") || At().Is("task")) {
+      while (i_ < n_ && !At().Is(Keyword::kEndclass) && !IsModuleEnd(At())) {
+        if (At().Is(Keyword::kFunction) || At().Is(Keyword::kTask)) {
           ParseRoutine(body);
         } else {
           Take(body);
         }
       }
-      if (AtWord("endclass")) {
+      if (AtKeyword(Keyword::kEndclass)) {
         Take(body);
         TakeEndLabel(body);
       }
@@ -148,8 +218,8 @@ class GenerateScopeParser {
       ParseModule(depth);
       return true;
     }
-    if (token.Is("end") || token.Is("endcase") || IsModuleEnd(token)) return false;
-    if (token.Is("generate") || token.Is("endgenerate") || token.Is("else")) {
+    if (token.Is(Keyword::kEnd) || token.Is(Keyword::kEndcase) || IsModuleEnd(token)) return false;
+    if (token.Is(Keyword::kGenerate) || token.Is(Keyword::kEndgenerate) || token.Is(Keyword::kElse)) {
       Take(node);
       return true;
     }
@@ -157,30 +227,30 @@ class GenerateScopeParser {
       // A macro call is a whole item; its ";" may be left out.
       Take(node);
       SkipParentheses(node);
-      if (AtWord(";")) Take(node);
+      if (AtSymbol(';')) Take(node);
       return true;
     }
-    if (token.Is("begin")) {
+    if (token.Is(Keyword::kBegin)) {
       ParseBlock(node, depth);
-    } else if (token.Is("if")) {
+    } else if (token.Is(Keyword::kIf)) {
       ParseIf(node, depth);
-    } else if (token.Is("case") || token.Is("casex") || token.Is("casez")) {
+    } else if (IsCaseKeyword(token)) {
       ParseCase(node, depth);
-    } else if (token.Is("for")) {
+    } else if (token.Is(Keyword::kFor)) {
       Take(node);
       SkipParentheses(node);
       ParseItem(node, depth + 1);
     } else if (IsProceduralKeyword(token)) {
       ParseProcedural(node, depth);
-    } else if (token.Is("function") || token.Is("task")) {
+    } else if (token.Is(Keyword::kFunction) || token.Is(Keyword::kTask)) {
       ParseRoutine(node);
-    } else if (token.Is("modport")) {
+    } else if (token.Is(Keyword::kModport)) {
       SkipToSemicolon(AddNode(ScopeNode::Kind::kInterfaceItems, node));
-    } else if (token.Is("clocking") ||
-               ((token.Is("default") || token.Is("global")) && i_ + 1 < n_ && tokens_[i_ + 1].Is("clocking"))) {
+    } else if (token.Is(Keyword::kClocking) || ((token.Is(Keyword::kDefault) || token.Is(Keyword::kGlobal)) &&
+                                                i_ + 1 < n_ && tokens_[i_ + 1].Is(Keyword::kClocking))) {
       const std::size_t items = AddNode(ScopeNode::Kind::kInterfaceItems, node);
-      while (i_ < n_ && !At().Is("endclocking") && !IsModuleEnd(At())) Take(items);
-      if (AtWord("endclocking")) Take(items);
+      while (i_ < n_ && !At().Is(Keyword::kEndclocking) && !IsModuleEnd(At())) Take(items);
+      if (AtKeyword(Keyword::kEndclocking)) Take(items);
     } else {
       SkipToSemicolon(node);
     }
@@ -189,11 +259,11 @@ class GenerateScopeParser {
 
   // A routine's locals are its own, like a named block's.
   void ParseRoutine(std::size_t node) {
-    const std::string_view end = At().Is("function") ? "endfunction" : "endtask";
+    const Keyword end = At().Is(Keyword::kFunction) ? Keyword::kEndfunction : Keyword::kEndtask;
     const std::size_t body = AddNode(ScopeNode::Kind::kNamedBlock, node);
     s_.nodes_[body].routine = true;
-    while (i_ < n_ && !At().Is(end) && !IsModuleEnd(At()) && !At().Is("endclass")) Take(body);
-    if (!AtWord(end)) return;
+    while (i_ < n_ && !At().Is(end) && !IsModuleEnd(At()) && !At().Is(Keyword::kEndclass)) Take(body);
+    if (!AtKeyword(end)) return;
     Take(body);
     TakeEndLabel(body);
   }
@@ -201,7 +271,7 @@ class GenerateScopeParser {
   // "endfunction : name" and the like: the label belongs to the construct
   // that ends, not to the next item.
   void TakeEndLabel(std::size_t node) {
-    if (AtWord(":") && i_ + 1 < n_ && tokens_[i_ + 1].kind == Token::Kind::kWord) {
+    if (AtSymbol(':') && i_ + 1 < n_ && tokens_[i_ + 1].kind == Token::Kind::kWord) {
       Take(node);
       Take(node);
     }
@@ -224,20 +294,20 @@ class GenerateScopeParser {
   void ParseBlock(std::size_t node, std::size_t depth) {
     std::size_t inner = node;
     Take(node);
-    if (AtWord(":") && i_ + 1 < n_ && tokens_[i_ + 1].kind == Token::Kind::kWord) {
+    if (AtSymbol(':') && i_ + 1 < n_ && tokens_[i_ + 1].kind == Token::Kind::kWord) {
       inner = AddNode(ScopeNode::Kind::kNamedBlock, node);
       Take(inner);
       Take(inner);
     }
-    while (i_ < n_ && !At().Is("end")) {
+    while (i_ < n_ && !At().Is(Keyword::kEnd)) {
       if (!ParseItem(inner, depth + 1)) {
-        if (!At().Is("endcase")) return;  // the module ends inside the block
+        if (!At().Is(Keyword::kEndcase)) return;  // the module ends inside the block
         Take(inner);
       }
     }
-    if (AtWord("end")) {
+    if (AtKeyword(Keyword::kEnd)) {
       Take(inner);
-      if (AtWord(":") && i_ + 1 < n_ && tokens_[i_ + 1].kind == Token::Kind::kWord) {
+      if (AtSymbol(':') && i_ + 1 < n_ && tokens_[i_ + 1].kind == Token::Kind::kWord) {
         Take(inner);
         Take(inner);
       }
@@ -250,7 +320,7 @@ class GenerateScopeParser {
     SkipParentheses(node);
     const std::size_t thenNode = AddNode(ScopeNode::Kind::kBranch, node, construct, 0);
     ParseItem(thenNode, depth + 1);
-    if (AtWord("else")) {
+    if (AtKeyword(Keyword::kElse)) {
       Take(node);
       const std::size_t elseNode = AddNode(ScopeNode::Kind::kBranch, node, construct, 1);
       ParseItem(elseNode, depth + 1);
@@ -262,23 +332,23 @@ class GenerateScopeParser {
     Take(node);
     SkipParentheses(node);
     std::size_t branch = 0;
-    while (i_ < n_ && !At().Is("endcase")) {
-      if (At().Is("end") || IsModuleEnd(At()) || IsModuleKeyword(At())) return;
+    while (i_ < n_ && !At().Is(Keyword::kEndcase)) {
+      if (At().Is(Keyword::kEnd) || IsModuleEnd(At()) || IsModuleKeyword(At())) return;
       // The item's labels, up to the ":" outside brackets.
       std::size_t nesting = 0;
       bool colon = false;
       while (i_ < n_) {
         const Token& token = At();
-        if (nesting == 0 && (token.Is("endcase") || token.Is("end") || IsModuleEnd(token))) break;
-        if (token.Is("(") || token.Is("[") || token.Is("{")) ++nesting;
-        if ((token.Is(")") || token.Is("]") || token.Is("}")) && nesting > 0) --nesting;
-        const bool isDefault = nesting == 0 && token.Is("default");
+        if (nesting == 0 && (token.Is(Keyword::kEndcase) || token.Is(Keyword::kEnd) || IsModuleEnd(token))) break;
+        if (token.IsSymbol('(') || token.IsSymbol('[') || token.IsSymbol('{')) ++nesting;
+        if ((token.IsSymbol(')') || token.IsSymbol(']') || token.IsSymbol('}')) && nesting > 0) --nesting;
+        const bool isDefault = nesting == 0 && token.Is(Keyword::kDefault);
         Take(node);
-        if (nesting == 0 && token.Is(":")) {
+        if (nesting == 0 && token.IsSymbol(':')) {
           colon = true;
           break;
         }
-        if (isDefault && !AtWord(":")) {
+        if (isDefault && !AtSymbol(':')) {
           colon = true;
           break;
         }
@@ -287,7 +357,7 @@ class GenerateScopeParser {
       const std::size_t itemNode = AddNode(ScopeNode::Kind::kBranch, node, construct, branch++);
       if (!ParseItem(itemNode, depth + 1)) break;
     }
-    if (AtWord("endcase")) Take(node);
+    if (AtKeyword(Keyword::kEndcase)) Take(node);
   }
 
   // The keyword, its event control or delay, and one statement.
@@ -303,11 +373,11 @@ class GenerateScopeParser {
   }
 
   void SkipTiming(std::size_t node) {
-    while (i_ < n_ && (At().Is("@") || At().Is("#"))) {
+    while (i_ < n_ && (At().IsSymbol('@') || At().IsSymbol('#'))) {
       Take(node);
-      if (AtWord("(")) {
+      if (AtSymbol('(')) {
         SkipParentheses(node);
-      } else if (i_ < n_ && (At().Is("*") || At().kind != Token::Kind::kSymbol)) {
+      } else if (i_ < n_ && (At().IsSymbol('*') || At().kind != Token::Kind::kSymbol)) {
         Take(node);
       }
     }
@@ -316,46 +386,50 @@ class GenerateScopeParser {
   void SkipStatement(std::size_t node, std::size_t depth) {
     if (i_ >= n_ || TooDeep(depth)) return;
     const Token& token = At();
-    if (token.Is("begin") || token.Is("fork")) {
+    if (token.Is(Keyword::kBegin) || token.Is(Keyword::kFork)) {
       std::size_t nesting = 0;
       while (i_ < n_) {
         const Token& t = At();
-        if (t.Is("begin") || t.Is("fork")) ++nesting;
-        if (t.Is("end") || t.Is("join") || t.Is("join_any") || t.Is("join_none")) --nesting;
+        if (t.Is(Keyword::kBegin) || t.Is(Keyword::kFork)) ++nesting;
+        if (t.Is(Keyword::kEnd) || t.Is(Keyword::kJoin) || t.Is(Keyword::kJoinAny) || t.Is(Keyword::kJoinNone)) {
+          --nesting;
+        }
         if (IsModuleEnd(t)) return;
         Take(node);
         if (nesting == 0) break;
       }
-      if (AtWord(":") && i_ + 1 < n_ && tokens_[i_ + 1].kind == Token::Kind::kWord) {
+      if (AtSymbol(':') && i_ + 1 < n_ && tokens_[i_ + 1].kind == Token::Kind::kWord) {
         Take(node);
         Take(node);
       }
-    } else if (token.Is("if")) {
+    } else if (token.Is(Keyword::kIf)) {
       Take(node);
       SkipParentheses(node);
       SkipStatement(node, depth + 1);
-      if (AtWord("else")) {
+      if (AtKeyword(Keyword::kElse)) {
         Take(node);
         SkipStatement(node, depth + 1);
       }
-    } else if (token.Is("case") || token.Is("casex") || token.Is("casez") || token.Is("randcase")) {
+    } else if (IsCaseKeyword(token) || token.Is(Keyword::kRandcase)) {
       std::size_t nesting = 0;
       while (i_ < n_) {
         const Token& t = At();
-        if (t.Is("case") || t.Is("casex") || t.Is("casez") || t.Is("randcase")) ++nesting;
-        if (t.Is("endcase")) --nesting;
+        if (IsCaseKeyword(t) || t.Is(Keyword::kRandcase)) ++nesting;
+        if (t.Is(Keyword::kEndcase)) --nesting;
         if (IsModuleEnd(t)) return;
         Take(node);
         if (nesting == 0) break;
       }
-    } else if (IsAnyOf(token, {"for", "while", "repeat", "foreach"})) {
+    } else if (token.Is(Keyword::kFor) || token.Is(Keyword::kWhile) || token.Is(Keyword::kRepeat) ||
+               token.Is(Keyword::kForeach)) {
       Take(node);
       SkipParentheses(node);
       SkipStatement(node, depth + 1);
-    } else if (IsAnyOf(token, {"forever", "unique", "unique0", "priority"})) {
+    } else if (token.Is(Keyword::kForever) || token.Is(Keyword::kUnique) || token.Is(Keyword::kUnique0) ||
+               token.Is(Keyword::kPriority)) {
       Take(node);
       SkipStatement(node, depth + 1);
-    } else if (token.Is("@") || token.Is("#")) {
+    } else if (token.IsSymbol('@') || token.IsSymbol('#')) {
       SkipTiming(node);
       SkipStatement(node, depth + 1);
     } else {
@@ -387,10 +461,10 @@ GenerateScopes::GenerateScopes(std::string_view text) : text_(text), tokens_(Tok
       std::vector<std::size_t>& found = declarations_[token.text];
       if (found.empty() || tokens_[found.back()].line != token.line) found.push_back(t);
     }
-    if (token.Is("assign")) assignKeywords_.push_back(t);
-    if (token.Is("struct") || token.Is("union")) AddAggregate(t);
-    if (token.Is("assign") && t + 2 < tokens_.size() && tokens_[t + 1].kind == Token::Kind::kWord &&
-        tokens_[t + 2].Is("=")) {
+    if (token.Is(Keyword::kAssign)) assignKeywords_.push_back(t);
+    if (token.Is(Keyword::kStruct) || token.Is(Keyword::kUnion)) AddAggregate(t);
+    if (token.Is(Keyword::kAssign) && t + 2 < tokens_.size() && tokens_[t + 1].kind == Token::Kind::kWord &&
+        tokens_[t + 2].IsSymbol('=')) {
       assignments_[LowerCase(tokens_[t + 1].text)].push_back(t);
     }
   }
@@ -398,13 +472,13 @@ GenerateScopes::GenerateScopes(std::string_view text) : text_(text), tokens_(Tok
 
 void GenerateScopes::AddAggregate(std::size_t keyword) {
   std::size_t open = keyword + 1;
-  while (open < tokens_.size() && IsAnyOf(tokens_[open], {"packed", "signed", "unsigned", "tagged", "soft"})) ++open;
-  if (open >= tokens_.size() || !tokens_[open].Is("{")) return;
+  while (open < tokens_.size() && IsAggregateQualifier(tokens_[open])) ++open;
+  if (open >= tokens_.size() || !tokens_[open].IsSymbol('{')) return;
   std::size_t depth = 0;
   std::size_t close = open;
   for (; close < tokens_.size(); ++close) {
-    if (tokens_[close].Is("{")) ++depth;
-    if (tokens_[close].Is("}") && --depth == 0) break;
+    if (tokens_[close].IsSymbol('{')) ++depth;
+    if (tokens_[close].IsSymbol('}') && --depth == 0) break;
   }
   aggregates_.push_back({open, close});
 }

@@ -2,19 +2,148 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 
 namespace quill::cli {
 namespace {
 
+// What a byte can be: one table lookup instead of a chain of comparisons.
+enum ByteClass : std::uint8_t { kSymbolByte, kBlankByte, kWordStartByte, kDigitByte };
+
+constexpr std::array<ByteClass, 256> kByteClasses = [] {
+  std::array<ByteClass, 256> classes{};
+  for (const char c : std::string_view(" \t\r\n\f\v")) classes[static_cast<unsigned char>(c)] = kBlankByte;
+  for (int c = 'a'; c <= 'z'; ++c) classes[static_cast<std::size_t>(c)] = kWordStartByte;
+  for (int c = 'A'; c <= 'Z'; ++c) classes[static_cast<std::size_t>(c)] = kWordStartByte;
+  classes['_'] = kWordStartByte;
+  classes['$'] = kWordStartByte;
+  for (int c = '0'; c <= '9'; ++c) classes[static_cast<std::size_t>(c)] = kDigitByte;
+  return classes;
+}();
+
+ByteClass ClassOf(char c) {
+  return kByteClasses[static_cast<unsigned char>(c)];
+}
 bool IsWordStart(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '$';
+  return ClassOf(c) == kWordStartByte;
 }
 bool IsWordByte(char c) {
-  return IsWordStart(c) || (c >= '0' && c <= '9');
+  return ClassOf(c) >= kWordStartByte;
 }
 bool IsBlank(char c) {
-  return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f' || c == '\v';
+  return ClassOf(c) == kBlankByte;
 }
+
+struct KeywordSpelling {
+  std::string_view word;
+  Keyword keyword;
+};
+
+// In byte order, so that the words of one first letter stand together.
+constexpr std::array<KeywordSpelling, 85> kKeywordSpellings = {{
+    {"always", Keyword::kAlways},
+    {"always_comb", Keyword::kAlwaysComb},
+    {"always_ff", Keyword::kAlwaysFf},
+    {"always_latch", Keyword::kAlwaysLatch},
+    {"assign", Keyword::kAssign},
+    {"begin", Keyword::kBegin},
+    {"bit", Keyword::kBit},
+    {"byte", Keyword::kByte},
+    {"case", Keyword::kCase},
+    {"casex", Keyword::kCasex},
+    {"casez", Keyword::kCasez},
+    {"checker", Keyword::kChecker},
+    {"class", Keyword::kClass},
+    {"clocking", Keyword::kClocking},
+    {"default", Keyword::kDefault},
+    {"else", Keyword::kElse},
+    {"end", Keyword::kEnd},
+    {"endcase", Keyword::kEndcase},
+    {"endchecker", Keyword::kEndchecker},
+    {"endclass", Keyword::kEndclass},
+    {"endclocking", Keyword::kEndclocking},
+    {"endfunction", Keyword::kEndfunction},
+    {"endgenerate", Keyword::kEndgenerate},
+    {"endinterface", Keyword::kEndinterface},
+    {"endmodule", Keyword::kEndmodule},
+    {"endpackage", Keyword::kEndpackage},
+    {"endprogram", Keyword::kEndprogram},
+    {"endtask", Keyword::kEndtask},
+    {"final", Keyword::kFinal},
+    {"for", Keyword::kFor},
+    {"foreach", Keyword::kForeach},
+    {"forever", Keyword::kForever},
+    {"fork", Keyword::kFork},
+    {"function", Keyword::kFunction},
+    {"generate", Keyword::kGenerate},
+    {"genvar", Keyword::kGenvar},
+    {"global", Keyword::kGlobal},
+    {"if", Keyword::kIf},
+    {"initial", Keyword::kInitial},
+    {"inout", Keyword::kInout},
+    {"input", Keyword::kInput},
+    {"int", Keyword::kInt},
+    {"integer", Keyword::kInteger},
+    {"interface", Keyword::kInterface},
+    {"join", Keyword::kJoin},
+    {"join_any", Keyword::kJoinAny},
+    {"join_none", Keyword::kJoinNone},
+    {"localparam", Keyword::kLocalparam},
+    {"logic", Keyword::kLogic},
+    {"longint", Keyword::kLongint},
+    {"macromodule", Keyword::kMacromodule},
+    {"modport", Keyword::kModport},
+    {"module", Keyword::kModule},
+    {"output", Keyword::kOutput},
+    {"package", Keyword::kPackage},
+    {"packed", Keyword::kPacked},
+    {"parameter", Keyword::kParameter},
+    {"priority", Keyword::kPriority},
+    {"program", Keyword::kProgram},
+    {"randcase", Keyword::kRandcase},
+    {"real", Keyword::kReal},
+    {"reg", Keyword::kReg},
+    {"repeat", Keyword::kRepeat},
+    {"shortint", Keyword::kShortint},
+    {"signed", Keyword::kSigned},
+    {"soft", Keyword::kSoft},
+    {"struct", Keyword::kStruct},
+    {"supply0", Keyword::kSupply0},
+    {"supply1", Keyword::kSupply1},
+    {"tagged", Keyword::kTagged},
+    {"task", Keyword::kTask},
+    {"time", Keyword::kTime},
+    {"tri", Keyword::kTri},
+    {"tri0", Keyword::kTri0},
+    {"tri1", Keyword::kTri1},
+    {"union", Keyword::kUnion},
+    {"unique", Keyword::kUnique},
+    {"unique0", Keyword::kUnique0},
+    {"unsigned", Keyword::kUnsigned},
+    {"var", Keyword::kVar},
+    {"virtual", Keyword::kVirtual},
+    {"wand", Keyword::kWand},
+    {"while", Keyword::kWhile},
+    {"wire", Keyword::kWire},
+    {"wor", Keyword::kWor},
+}};
+
+// For each lower-case first letter, the range of kKeywordSpellings that
+// begins with it.
+struct SpellingRange {
+  std::uint8_t begin = 0;
+  std::uint8_t end = 0;
+};
+
+constexpr std::array<SpellingRange, 26> kSpellingRanges = [] {
+  std::array<SpellingRange, 26> ranges{};
+  for (std::size_t i = 0; i < kKeywordSpellings.size(); ++i) {
+    SpellingRange& range = ranges[static_cast<std::size_t>(kKeywordSpellings[i].word.front() - 'a')];
+    if (range.begin == range.end) range.begin = static_cast<std::uint8_t>(i);
+    range.end = static_cast<std::uint8_t>(i + 1);
+  }
+  return ranges;
+}();
 
 constexpr std::array<std::string_view, 17> kLongSymbols = {"===", "!==", "<=", "==", "!=", ">=", "+=", "-=", "*=",
                                                            "/=",  "|=",  "&=", "^=", "++", "--", "->", "::"};
@@ -45,7 +174,9 @@ bool TakesTheLine(std::string_view name) {
 
 class Tokenizer {
  public:
-  explicit Tokenizer(std::string_view text) : text_(text) {}
+  // A Verilog text holds about one token per six bytes; reserving that many
+  // spares most of the vector's regrowth.
+  explicit Tokenizer(std::string_view text) : text_(text) { tokens_.reserve(text.size() / 6 + 16); }
 
   std::vector<Token> Run() {
     while (pos_ < text_.size()) Step();
@@ -66,20 +197,29 @@ class Tokenizer {
     return at == std::string_view::npos ? text_.size() : at;
   }
 
+  // A token never holds a line feed, so pushing one leaves the line as it is.
   void Push(Token::Kind kind, std::size_t end) {
-    tokens_.push_back({kind, text_.substr(pos_, end - pos_), pos_, line_});
-    Advance(end);
+    const std::string_view text = text_.substr(pos_, end - pos_);
+    const Keyword keyword = kind == Token::Kind::kWord ? KeywordOf(text) : Keyword::kNone;
+    tokens_.push_back({text, pos_, line_, kind, keyword});
+    pos_ = end;
   }
 
   void Step() {
     const char c = text_[pos_];
     const char next = pos_ + 1 < text_.size() ? text_[pos_ + 1] : '\0';
     if (IsBlank(c)) {
-      std::size_t end = pos_ + 1;
-      while (end < text_.size() && IsBlank(text_[end])) ++end;
-      return Advance(end);
+      std::size_t end = pos_;
+      for (; end < text_.size() && IsBlank(text_[end]); ++end) {
+        if (text_[end] == '\n') ++line_;
+      }
+      pos_ = end;
+      return;
     }
-    if (c == '/' && next == '/') return Advance(Find("\n", pos_));
+    if (c == '/' && next == '/') {  // up to its line feed, which the blank run then counts
+      pos_ = Find("\n", pos_);
+      return;
+    }
     if (c == '/' && next == '*') {
       const std::size_t close = Find("*/", pos_ + 2);
       return Advance(close < text_.size() ? close + 2 : close);
@@ -152,6 +292,15 @@ class Tokenizer {
 };
 
 }  // namespace
+
+Keyword KeywordOf(std::string_view word) {
+  if (word.size() < 2 || word.front() < 'a' || word.front() > 'z') return Keyword::kNone;
+  const SpellingRange range = kSpellingRanges[static_cast<std::size_t>(word.front() - 'a')];
+  for (std::size_t i = range.begin; i < range.end; ++i) {
+    if (kKeywordSpellings[i].word == word) return kKeywordSpellings[i].keyword;
+  }
+  return Keyword::kNone;
+}
 
 std::vector<Token> TokenizeVerilog(std::string_view text) {
   return Tokenizer(text).Run();

@@ -106,6 +106,9 @@ const ProblemCase kProblemCases[] = {
     {"ElsifAfterElse", "`ifdef A\n`else\n`elsif B\n`endif\n", 2, "`elsif after `else"},
     {"SecondElse", "`ifdef A\n`else\n`else\n`endif\n", 2, "second `else of one `ifdef"},
     {"IfdefWithoutName", "`ifdef\nx;\n`endif\n", 0, "`ifdef without a macro name"},
+    {"LineCountedOverCommentsAndBranches", "/* a\nb */ x;\n`ifdef A\ny;\n`else\nz;\n`else\n`endif\n", 6,
+     "second `else of one `ifdef"},
+    {"OpenIfdefLineAfterAnInactiveBranch", "`ifdef A\n\n`endif\n// c\n`ifndef B\nx;\n", 4, "`ifdef without `endif"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Cases, UnbalancedDirectivesTest, ::testing::ValuesIn(kProblemCases),
