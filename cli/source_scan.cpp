@@ -1,20 +1,61 @@
 #include "source_scan.h"
 
 #include <array>
+#include <cstdint>
 
 namespace quill::cli {
 namespace {
 
-bool IsWordStart(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+// What a byte can start, one table lookup per byte: the scan's hot loops
+// run over blanks and words.
+enum ByteClass : std::uint8_t { kPlainByte, kBlankByte, kLineFeedByte, kWordStartByte, kDigitByte, kDollarByte,
+                                kSpecialByte };
+
+constexpr std::array<ByteClass, 256> kByteClasses = [] {
+  std::array<ByteClass, 256> classes{};
+  for (const char c : std::string_view(" \t\r\f\v")) classes[static_cast<unsigned char>(c)] = kBlankByte;
+  classes['\n'] = kLineFeedByte;
+  for (int c = 'a'; c <= 'z'; ++c) classes[static_cast<std::size_t>(c)] = kWordStartByte;
+  for (int c = 'A'; c <= 'Z'; ++c) classes[static_cast<std::size_t>(c)] = kWordStartByte;
+  classes['_'] = kWordStartByte;
+  for (int c = '0'; c <= '9'; ++c) classes[static_cast<std::size_t>(c)] = kDigitByte;
+  classes['$'] = kDollarByte;
+  // Bytes that may open a comment, an attribute, a string, a directive or
+  // an escaped identifier.
+  for (const char c : std::string_view("/(\"`\\")) classes[static_cast<unsigned char>(c)] = kSpecialByte;
+  return classes;
+}();
+
+ByteClass ClassOf(char c) {
+  return kByteClasses[static_cast<unsigned char>(c)];
 }
 
-bool IsWordByte(char c) {
-  return IsWordStart(c) || (c >= '0' && c <= '9') || c == '$';
-}
+using ByteSet = std::array<bool, 256>;
+
+constexpr ByteSet kWordBytes = [] {
+  ByteSet set{};
+  for (std::size_t c = 0; c < set.size(); ++c) {
+    set[c] = kByteClasses[c] == kWordStartByte || kByteClasses[c] == kDigitByte || kByteClasses[c] == kDollarByte;
+  }
+  return set;
+}();
+
+constexpr ByteSet kBlankBytes = [] {
+  ByteSet set{};
+  for (std::size_t c = 0; c < set.size(); ++c) set[c] = kByteClasses[c] == kBlankByte;
+  return set;
+}();
 
 bool IsBlank(char c) {
-  return c == ' ' || c == '\t' || c == '\r' || c == '\f' || c == '\v';
+  return kBlankBytes[static_cast<unsigned char>(c)];
+}
+
+// The first offset from `from` on whose byte is not in `set`.
+std::size_t SkipBytes(std::string_view text, std::size_t from, const ByteSet& set) {
+  const char* p = text.data() + from;
+  const char* const end = text.data() + text.size();
+  while (p != end && set[static_cast<unsigned char>(*p)]) ++p;
+  return static_cast<std::size_t>(p - text.data());
 }
 
 // Keywords that close a design unit: a new unit may follow them directly.
@@ -53,20 +94,59 @@ class Scanner {
 
   void Step() {
     const char c = text_[pos_];
-    if (c == '\n') {
-      // A directive ends at the end of its line (a backslash continues it).
-      if (inDirective_ && !(pos_ > 0 && text_[pos_ - 1] == '\\')) {
-        inDirective_ = false;
-        atStatementStart_ = true;
-      }
-      lineHasCode_ = false;
-      ++pos_;
-      return;
+    switch (ClassOf(c)) {
+      case kLineFeedByte:
+        // A directive ends at the end of its line (a backslash continues it).
+        if (inDirective_ && !(pos_ > 0 && text_[pos_ - 1] == '\\')) {
+          inDirective_ = false;
+          atStatementStart_ = true;
+        }
+        lineHasCode_ = false;
+        ++pos_;
+        return;
+      case kBlankByte:
+        pos_ = SkipBytes(text_, pos_, kBlankBytes);
+        return;
+      case kWordStartByte:
+        lineHasCode_ = true;
+        return TakeWord();
+      case kDigitByte:
+        lineHasCode_ = true;
+        pendingInterface_ = false;
+        pos_ = SkipBytes(text_, pos_, kWordBytes);
+        if (!inDirective_) atStatementStart_ = false;
+        return;
+      case kSpecialByte:
+        return StepSpecial(c);
+      case kPlainByte:
+      case kDollarByte:
+        break;
     }
-    if (IsBlank(c)) {
-      while (pos_ < text_.size() && IsBlank(text_[pos_])) ++pos_;
-      return;
+    lineHasCode_ = true;
+    pendingInterface_ = false;
+    if (!inDirective_) atStatementStart_ = c == ';';
+    ++pos_;
+  }
+
+  void TakeWord() {
+    const std::size_t start = pos_;
+    pos_ = SkipBytes(text_, pos_, kWordBytes);
+    if (inDirective_) return;
+    const std::string_view word = text_.substr(start, pos_ - start);
+    // "interface class" declares a class, which may sit inside a package:
+    // only the interface that follows a statement boundary starts a unit.
+    if (pendingInterface_ && word == "class") scan_.unitStarts.pop_back();
+    pendingInterface_ = false;
+    if (atStatementStart_ && StartsUnit(word)) {
+      scan_.unitStarts.push_back(start);
+      pendingInterface_ = word == "interface";
     }
+    atStatementStart_ = ClosesUnit(word);
+  }
+
+  // A comment, an attribute, a string, a directive, an escaped identifier,
+  // or else a plain symbol.
+  void StepSpecial(char c) {
     if (c == '/' && At(pos_ + 1) == '/') {
       const std::size_t newline = text_.find('\n', pos_);
       const std::size_t end = newline == std::string_view::npos ? text_.size() : newline;
@@ -107,28 +187,7 @@ class Scanner {
       atStatementStart_ = false;
       return;
     }
-    if (IsWordStart(c)) {
-      const std::size_t start = pos_;
-      while (pos_ < text_.size() && IsWordByte(text_[pos_])) ++pos_;
-      const std::string_view word = text_.substr(start, pos_ - start);
-      if (inDirective_) return;
-      // "interface class" declares a class, which may sit inside a package:
-      // only the interface that follows a statement boundary starts a unit.
-      if (pendingInterface_ && word == "class") scan_.unitStarts.pop_back();
-      pendingInterface_ = false;
-      if (atStatementStart_ && StartsUnit(word)) {
-        scan_.unitStarts.push_back(start);
-        pendingInterface_ = word == "interface";
-      }
-      atStatementStart_ = ClosesUnit(word);
-      return;
-    }
     pendingInterface_ = false;
-    if (c >= '0' && c <= '9') {
-      while (pos_ < text_.size() && IsWordByte(text_[pos_])) ++pos_;
-      if (!inDirective_) atStatementStart_ = false;
-      return;
-    }
     if (!inDirective_) atStatementStart_ = c == ';';
     ++pos_;
   }

@@ -1,6 +1,7 @@
 #include "precision/preprocessor.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <utility>
 
@@ -13,6 +14,15 @@ bool IsNameStart(char c) {
 bool IsNameByte(char c) {
   return IsNameStart(c) || (c >= '0' && c <= '9') || c == '$';
 }
+
+// The bytes that may open a comment, a string or a directive.
+constexpr std::array<bool, 256> kMayOpenSomething = [] {
+  std::array<bool, 256> opens{};
+  opens['/'] = true;
+  opens['"'] = true;
+  opens['`'] = true;
+  return opens;
+}();
 
 enum class Directive { kNone, kIfdef, kIfndef, kElsif, kElse, kEndif, kDefine, kUndef };
 
@@ -109,7 +119,7 @@ class Evaluator {
     // Bytes up to the next one that may start a comment, a string or a
     // directive go through as one run.
     std::size_t end = pos_ + 1;
-    while (end < text_.size() && text_[end] != '/' && text_[end] != '"' && text_[end] != '`') ++end;
+    while (end < text_.size() && !kMayOpenSomething[static_cast<unsigned char>(text_[end])]) ++end;
     Emit(pos_, end);
     pos_ = end;
     return true;

@@ -34,6 +34,30 @@ bool IsBlank(char c) {
   return ClassOf(c) == kBlankByte;
 }
 
+using ByteSet = std::array<bool, 256>;
+
+constexpr ByteSet kWordBytes = [] {
+  ByteSet set{};
+  for (std::size_t c = 0; c < set.size(); ++c) set[c] = kByteClasses[c] >= kWordStartByte;
+  return set;
+}();
+
+// A number's bytes: "8'hFF", "1.5e3", "'0".
+constexpr ByteSet kNumberBytes = [] {
+  ByteSet set = kWordBytes;
+  set['\''] = true;
+  set['.'] = true;
+  return set;
+}();
+
+// The first offset from `from` on whose byte is not in `set`.
+std::size_t SkipBytes(std::string_view text, std::size_t from, const ByteSet& set) {
+  const char* p = text.data() + from;
+  const char* const end = text.data() + text.size();
+  while (p != end && set[static_cast<unsigned char>(*p)]) ++p;
+  return static_cast<std::size_t>(p - text.data());
+}
+
 struct KeywordSpelling {
   std::string_view word;
   Keyword keyword;
@@ -145,9 +169,6 @@ constexpr std::array<SpellingRange, 26> kSpellingRanges = [] {
   return ranges;
 }();
 
-constexpr std::array<std::string_view, 17> kLongSymbols = {"===", "!==", "<=", "==", "!=", ">=", "+=", "-=", "*=",
-                                                           "/=",  "|=",  "&=", "^=", "++", "--", "->", "::"};
-
 constexpr std::array<std::string_view, 23> kDirectives = {
     "define",        "undef",     "undefineall",     "ifdef",          "ifndef",    "elsif",
     "else",          "endif",     "include",         "timescale",      "default_nettype",
@@ -209,11 +230,10 @@ class Tokenizer {
     const char c = text_[pos_];
     const char next = pos_ + 1 < text_.size() ? text_[pos_ + 1] : '\0';
     if (IsBlank(c)) {
-      std::size_t end = pos_;
-      for (; end < text_.size() && IsBlank(text_[end]); ++end) {
-        if (text_[end] == '\n') ++line_;
-      }
-      pos_ = end;
+      const char* p = text_.data() + pos_;
+      const char* const end = text_.data() + text_.size();
+      for (; p != end && IsBlank(*p); ++p) line_ += *p == '\n' ? 1u : 0u;
+      pos_ = static_cast<std::size_t>(p - text_.data());
       return;
     }
     if (c == '/' && next == '/') {  // up to its line feed, which the blank run then counts
@@ -231,26 +251,24 @@ class Tokenizer {
       while (end < text_.size() && !IsBlank(text_[end])) ++end;
       return Push(Token::Kind::kWord, end);
     }
-    if (IsWordStart(c)) {
-      std::size_t end = pos_ + 1;
-      while (end < text_.size() && IsWordByte(text_[end])) ++end;
-      return Push(Token::Kind::kWord, end);
-    }
-    if ((c >= '0' && c <= '9') || c == '\'') {
-      std::size_t end = pos_ + 1;
-      while (end < text_.size() && (IsWordByte(text_[end]) || text_[end] == '\'' || text_[end] == '.')) ++end;
-      return Push(Token::Kind::kNumber, end);
-    }
+    if (IsWordStart(c)) return Push(Token::Kind::kWord, SkipBytes(text_, pos_ + 1, kWordBytes));
+    if ((c >= '0' && c <= '9') || c == '\'') return Push(Token::Kind::kNumber, SkipBytes(text_, pos_ + 1, kNumberBytes));
     Push(Token::Kind::kSymbol, pos_ + LongSymbolLength());
   }
 
-  // The length of the longest symbol of kLongSymbols at pos_, or 1. Every
-  // long symbol begins with a byte that can start one, so most bytes are
-  // decided by their first byte alone.
+  // The length of the longest symbol at pos_ of "===", "!==", "<=", "==",
+  // "!=", ">=", "+=", "-=", "*=", "/=", "|=", "&=", "^=", "++", "--", "->"
+  // and "::", or 1.
   std::size_t LongSymbolLength() const {
-    if (std::string_view("=!<>+-*/|&^:").find(text_[pos_]) == std::string_view::npos) return 1;
-    for (std::string_view symbol : kLongSymbols) {
-      if (text_.compare(pos_, symbol.size(), symbol) == 0) return symbol.size();
+    const char first = text_[pos_];
+    const char second = pos_ + 1 < text_.size() ? text_[pos_ + 1] : '\0';
+    if (second == '=') {
+      if (first == '=' || first == '!') return pos_ + 2 < text_.size() && text_[pos_ + 2] == '=' ? 3 : 2;
+      return std::string_view("<>+-*/|&^").find(first) == std::string_view::npos ? 1 : 2;
+    }
+    if ((first == '+' && second == '+') || (first == '-' && (second == '-' || second == '>')) ||
+        (first == ':' && second == ':')) {
+      return 2;
     }
     return 1;
   }

@@ -35,6 +35,9 @@ const ScanCase kScanCases[] = {
     {"package p; interface class c; endclass endpackage", {0}},
     {"module a (interface bus); endmodule", {0}},
     {"virtual interface x;", {}},
+    {"$m module a;", {}},
+    {"x = 1'b0; \\esc module a; module b;", {25}},
+    {"`ifdef A\n module a;\n`endif\nmodule b;", {10, 27}},
 };
 
 TEST(SourceScanTest, FindsUnitStartsOutsideCommentsAndStrings) {
