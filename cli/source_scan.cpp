@@ -46,6 +46,15 @@ constexpr ByteSet kBlankBytes = [] {
   return set;
 }();
 
+// Inside a statement only these bytes can change what the scan records: a
+// line feed, a comment, an attribute, a string, an escaped identifier, the
+// ";" that ends the statement and the "e" that may begin an end keyword.
+constexpr ByteSet kStatementStops = [] {
+  ByteSet set{};
+  for (const char c : std::string_view("\n/(\"\\;e")) set[static_cast<unsigned char>(c)] = true;
+  return set;
+}();
+
 bool IsBlank(char c) {
   return kBlankBytes[static_cast<unsigned char>(c)];
 }
@@ -85,7 +94,13 @@ class Scanner {
   explicit Scanner(std::string_view text) : text_(text) {}
 
   SourceScan Run() {
-    while (pos_ < text_.size()) Step();
+    while (pos_ < text_.size()) {
+      if (!atStatementStart_ && !pendingInterface_ && !inDirective_ && lineHasCode_) {
+        SkipInsideStatement();
+        if (pos_ >= text_.size()) break;
+      }
+      Step();
+    }
     return std::move(scan_);
   }
 
@@ -126,6 +141,28 @@ class Scanner {
     pendingInterface_ = false;
     if (!inDirective_) atStatementStart_ = c == ';';
     ++pos_;
+  }
+
+  // Within a statement, past its line's code, every word, number and symbol
+  // but ";" and an end keyword leaves the state as it is: the scan passes
+  // over them to the next byte of kStatementStops that matters.
+  void SkipInsideStatement() {
+    const char* const begin = text_.data();
+    const char* const end = begin + text_.size();
+    const char* p = begin + pos_;
+    for (;;) {
+      while (p != end && !kStatementStops[static_cast<unsigned char>(*p)]) ++p;
+      if (p == end || *p != 'e' || StartsToken(begin, p)) break;
+      ++p;
+    }
+    pos_ = static_cast<std::size_t>(p - begin);
+  }
+
+  // True when the word byte at `p` starts a token: a run of word bytes is one
+  // word or number, after any "$" bytes it starts with (each a symbol).
+  static bool StartsToken(const char* begin, const char* p) {
+    while (p != begin && p[-1] == '$') --p;
+    return p == begin || !kWordBytes[static_cast<unsigned char>(p[-1])];
   }
 
   void TakeWord() {

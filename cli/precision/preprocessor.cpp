@@ -43,7 +43,7 @@ struct Conditional {
   bool taken = false;  // some branch so far was compiled
   bool elseSeen = false;
   bool active = true;
-  std::uint32_t line = 0;
+  std::size_t offset = 0;  // of the `ifdef, for the problem of a missing `endif
 };
 
 class Evaluator {
@@ -57,7 +57,7 @@ class Evaluator {
       if (!Step()) return Unchanged();
     }
     if (!stack_.empty()) {
-      problemLine_ = stack_.back().line;
+      problemLine_ = LineAt(stack_.back().offset);
       problem_ = "`ifdef without `endif";
       return Unchanged();
     }
@@ -70,13 +70,10 @@ class Evaluator {
  private:
   bool Active() const { return stack_.empty() || stack_.back().active; }
 
-  // The zero-based line of pos_, counted on demand: only directives that
-  // open a conditional or fail ask for it, so most text is never counted.
-  std::uint32_t Line() {
-    line_ += static_cast<std::uint32_t>(std::count(text_.begin() + static_cast<std::ptrdiff_t>(lineCounted_),
-                                                   text_.begin() + static_cast<std::ptrdiff_t>(pos_), '\n'));
-    lineCounted_ = pos_;
-    return line_;
+  // The zero-based line of an offset, counted only for a problem.
+  std::uint32_t LineAt(std::size_t offset) const {
+    return static_cast<std::uint32_t>(
+        std::count(text_.begin(), text_.begin() + static_cast<std::ptrdiff_t>(offset), '\n'));
   }
 
   // Copies the bytes, or drops them when they lie in an inactive branch;
@@ -158,7 +155,7 @@ class Evaluator {
   }
 
   bool Fail(std::string problem) {
-    problemLine_ = Line();
+    problemLine_ = LineAt(pos_);
     problem_ = std::move(problem);
     return false;
   }
@@ -189,7 +186,7 @@ class Evaluator {
           open.taken = open.taken || defined;
         } else {
           const bool condition = directive == Directive::kIfdef ? defined : !defined;
-          stack_.push_back({Active(), condition, false, Active() && condition, Line()});
+          stack_.push_back({Active(), condition, false, Active() && condition, pos_});
         }
         Drop(pos_, nameEnd);
         pos_ = nameEnd;
@@ -259,8 +256,6 @@ class Evaluator {
   std::string out_;
   std::vector<Conditional> stack_;
   std::size_t pos_ = 0;
-  std::uint32_t line_ = 0;          // the line of lineCounted_
-  std::size_t lineCounted_ = 0;
   bool changed_ = false;
   std::optional<std::uint32_t> problemLine_;
   std::string problem_;
