@@ -36,6 +36,10 @@ const ScanCase kScanCases[] = {
     {"module a (interface bus); endmodule", {0}},
     {"virtual interface x;", {}},
     {"$m module a;", {}},
+    {"x $endmodule module a;", {13}},
+    {"x a$endmodule module b; x = y.endmodule module c;", {40}},
+    {"x 9endmodule module b;", {}},
+    {"x = `M endmodule\n  module b;", {19}},
     {"x = 1'b0; \\esc module a; module b;", {25}},
     {"`ifdef A\n module a;\n`endif\nmodule b;", {10, 27}},
 };
