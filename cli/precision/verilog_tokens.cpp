@@ -24,9 +24,6 @@ constexpr std::array<ByteClass, 256> kByteClasses = [] {
 ByteClass ClassOf(char c) {
   return kByteClasses[static_cast<unsigned char>(c)];
 }
-bool IsWordStart(char c) {
-  return ClassOf(c) == kWordStartByte;
-}
 bool IsWordByte(char c) {
   return ClassOf(c) >= kWordStartByte;
 }
@@ -220,22 +217,34 @@ class Tokenizer {
 
   // A token never holds a line feed, so pushing one leaves the line as it is.
   void Push(Token::Kind kind, std::size_t end) {
-    const std::string_view text = text_.substr(pos_, end - pos_);
-    const Keyword keyword = kind == Token::Kind::kWord ? KeywordOf(text) : Keyword::kNone;
-    tokens_.push_back({text, pos_, line_, kind, keyword});
+    tokens_.push_back({text_.substr(pos_, end - pos_), pos_, line_, kind, Keyword::kNone});
+    pos_ = end;
+  }
+
+  void PushWord(std::size_t end) {
+    const std::string_view word = text_.substr(pos_, end - pos_);
+    tokens_.push_back({word, pos_, line_, Token::Kind::kWord, KeywordOf(word)});
     pos_ = end;
   }
 
   void Step() {
     const char c = text_[pos_];
-    const char next = pos_ + 1 < text_.size() ? text_[pos_ + 1] : '\0';
-    if (IsBlank(c)) {
-      const char* p = text_.data() + pos_;
-      const char* const end = text_.data() + text_.size();
-      for (; p != end && IsBlank(*p); ++p) line_ += *p == '\n' ? 1u : 0u;
-      pos_ = static_cast<std::size_t>(p - text_.data());
-      return;
+    switch (ClassOf(c)) {
+      case kBlankByte: {
+        const char* p = text_.data() + pos_;
+        const char* const end = text_.data() + text_.size();
+        for (; p != end && IsBlank(*p); ++p) line_ += *p == '\n' ? 1u : 0u;
+        pos_ = static_cast<std::size_t>(p - text_.data());
+        return;
+      }
+      case kWordStartByte:
+        return PushWord(SkipBytes(text_, pos_ + 1, kWordBytes));
+      case kDigitByte:
+        return Push(Token::Kind::kNumber, SkipBytes(text_, pos_ + 1, kNumberBytes));
+      case kSymbolByte:
+        break;
     }
+    const char next = pos_ + 1 < text_.size() ? text_[pos_ + 1] : '\0';
     if (c == '/' && next == '/') {  // up to its line feed, which the blank run then counts
       pos_ = Find("\n", pos_);
       return;
@@ -249,10 +258,9 @@ class Tokenizer {
     if (c == '\\') {  // escaped identifier: up to the next blank
       std::size_t end = pos_ + 1;
       while (end < text_.size() && !IsBlank(text_[end])) ++end;
-      return Push(Token::Kind::kWord, end);
+      return PushWord(end);
     }
-    if (IsWordStart(c)) return Push(Token::Kind::kWord, SkipBytes(text_, pos_ + 1, kWordBytes));
-    if ((c >= '0' && c <= '9') || c == '\'') return Push(Token::Kind::kNumber, SkipBytes(text_, pos_ + 1, kNumberBytes));
+    if (c == '\'') return Push(Token::Kind::kNumber, SkipBytes(text_, pos_ + 1, kNumberBytes));
     Push(Token::Kind::kSymbol, pos_ + LongSymbolLength());
   }
 
