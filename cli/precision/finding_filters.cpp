@@ -864,14 +864,19 @@ class FindingProof {
     return PairwiseApart(nodes, name, false);
   }
 
+  // Every listed block must be found; those that surely only read the name
+  // (a case selector, the right side of an assignment) drive nothing, and
+  // the rest must lie pairwise apart. A state register declared and driven in
+  // each branch of a generate if/else is read by the next-state logic beside
+  // each driver, in the same branch.
   bool BlocksApart(std::string_view name, const std::vector<std::uint32_t>& lines) const {
-    std::vector<std::size_t> nodes;
+    std::vector<std::size_t> drivers;
     for (std::uint32_t line : lines) {
       const ProceduralBlock* block = scopes_.BlockOnLine(line);
       if (block == nullptr) return false;
-      nodes.push_back(block->node);
+      if (MayDrive(scopes_.Tokens(), *block, name)) drivers.push_back(block->node);
     }
-    return PairwiseApart(nodes, name, true);
+    return PairwiseApart(drivers, name, true);
   }
 
   // The continuous assignments of the name in the finding's module ("assign

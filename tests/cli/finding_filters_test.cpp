@@ -109,6 +109,40 @@ const FilterCase kCases[] = {
      "end\n"
      "endmodule\n",
      2, "multi-driver", "signal 'q' driven in 2 always blocks (lines: 2, 4)", LintFilter::kGenerateScope},
+    {"DriversInExclusiveBranchesBesideReaders",
+     "module m;\n"
+     "if (P) begin : g_a\n"
+     "  reg q;\n"
+     "  always @(*) case (q) 0: d = 1; endcase\n"
+     "  always @(posedge clk) q <= a;\n"
+     "end else begin : g_b\n"
+     "  reg q;\n"
+     "  always @(*) d = q;\n"
+     "  always @(posedge clk) q <= b;\n"
+     "end\n"
+     "endmodule\n",
+     3, "multi-driver", "signal 'q' driven in 4 always blocks (lines: 3, 4, 7, 8)", LintFilter::kGenerateScope},
+    {"DriversInOneBranchBesideAReaderAreKept",
+     "module m;\n"
+     "if (P) begin : g_a\n"
+     "  reg q;\n"
+     "  always @(*) d = q;\n"
+     "  always @(posedge clk) q <= a;\n"
+     "  always @(posedge clk) q <= b;\n"
+     "end else begin : g_b\n"
+     "  always @(*) e = q;\n"
+     "end\n"
+     "endmodule\n",
+     3, "multi-driver", "signal 'q' driven in 4 always blocks (lines: 3, 4, 5, 7)", kKept},
+    {"UnplacedListedLineKeepsTheFinding",
+     "module m;\n"
+     "if (P) begin : g_a\n"
+     "  always @(posedge clk) q <= a;\n"
+     "end else begin : g_b\n"
+     "  always @(posedge clk) q <= b;\n"
+     "end\n"
+     "endmodule\n",
+     2, "multi-driver", "signal 'q' driven in 3 always blocks (lines: 2, 4, 5)", kKept},
     {"AlwaysBlocksInNamedBlocksDrivingAnOuterSignalAreKept",
      "module m;\n"
      "reg q;\n"
