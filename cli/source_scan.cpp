@@ -3,6 +3,8 @@
 #include <array>
 #include <cstdint>
 
+#include "byte_runs.h"
+
 namespace quill::cli {
 namespace {
 
@@ -30,8 +32,6 @@ ByteClass ClassOf(char c) {
   return kByteClasses[static_cast<unsigned char>(c)];
 }
 
-using ByteSet = std::array<bool, 256>;
-
 constexpr ByteSet kWordBytes = [] {
   ByteSet set{};
   for (std::size_t c = 0; c < set.size(); ++c) {
@@ -57,14 +57,6 @@ constexpr ByteSet kStatementStops = [] {
 
 bool IsBlank(char c) {
   return kBlankBytes[static_cast<unsigned char>(c)];
-}
-
-// The first offset from `from` on whose byte is not in `set`.
-std::size_t SkipBytes(std::string_view text, std::size_t from, const ByteSet& set) {
-  const char* p = text.data() + from;
-  const char* const end = text.data() + text.size();
-  while (p != end && set[static_cast<unsigned char>(*p)]) ++p;
-  return static_cast<std::size_t>(p - text.data());
 }
 
 // Keywords that close a design unit: a new unit may follow them directly.
@@ -120,7 +112,7 @@ class Scanner {
         ++pos_;
         return;
       case kBlankByte:
-        pos_ = SkipBytes(text_, pos_, kBlankBytes);
+        pos_ = SkipBytesIn(text_, pos_, kBlankBytes);
         return;
       case kWordStartByte:
         lineHasCode_ = true;
@@ -128,7 +120,7 @@ class Scanner {
       case kDigitByte:
         lineHasCode_ = true;
         pendingInterface_ = false;
-        pos_ = SkipBytes(text_, pos_, kWordBytes);
+        pos_ = SkipBytesIn(text_, pos_, kWordBytes);
         if (!inDirective_) atStatementStart_ = false;
         return;
       case kSpecialByte:
@@ -151,7 +143,7 @@ class Scanner {
     const char* const end = begin + text_.size();
     const char* p = begin + pos_;
     for (;;) {
-      while (p != end && !kStatementStops[static_cast<unsigned char>(*p)]) ++p;
+      p = FindInSet(p, end, kStatementStops);
       if (p == end || *p != 'e' || StartsToken(begin, p)) break;
       ++p;
     }
@@ -167,7 +159,7 @@ class Scanner {
 
   void TakeWord() {
     const std::size_t start = pos_;
-    pos_ = SkipBytes(text_, pos_, kWordBytes);
+    pos_ = SkipBytesIn(text_, pos_, kWordBytes);
     if (inDirective_) return;
     const std::string_view word = text_.substr(start, pos_ - start);
     // "interface class" declares a class, which may sit inside a package:

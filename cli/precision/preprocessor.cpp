@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "byte_runs.h"
+
 namespace quill::cli {
 namespace {
 
@@ -16,8 +18,8 @@ bool IsNameByte(char c) {
 }
 
 // The bytes that may open a comment, a string or a directive.
-constexpr std::array<bool, 256> kMayOpenSomething = [] {
-  std::array<bool, 256> opens{};
+constexpr ByteSet kMayOpenSomething = [] {
+  ByteSet opens{};
   opens['/'] = true;
   opens['"'] = true;
   opens['`'] = true;
@@ -115,8 +117,7 @@ class Evaluator {
     if (c == '`') return HandleDirective();
     // Bytes up to the next one that may start a comment, a string or a
     // directive go through as one run.
-    std::size_t end = pos_ + 1;
-    while (end < text_.size() && !kMayOpenSomething[static_cast<unsigned char>(text_[end])]) ++end;
+    const std::size_t end = FindByteIn(text_, pos_ + 1, kMayOpenSomething);
     Emit(pos_, end);
     pos_ = end;
     return true;
@@ -272,9 +273,23 @@ std::optional<std::string> DefineName(std::string_view definition) {
   return std::string(name);
 }
 
+namespace {
+
+// True when some backquote is followed by an "e" or an "i", as every
+// conditional directive is (`ifdef, `ifndef, `elsif, `else, `endif).
+bool MayHoldAConditional(std::string_view text) {
+  for (std::size_t at = text.find('`'); at != std::string_view::npos; at = text.find('`', at + 1)) {
+    if (at + 1 < text.size() && (text[at + 1] == 'e' || text[at + 1] == 'i')) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
 PreprocessedText BlankInactiveBranches(std::string_view text, const DefineSet& defines) {
-  // Without a backquote there is no directive: the text stays as it is.
-  if (text.find('`') == std::string_view::npos) {
+  // Without a conditional directive every byte stays: `define and `undef
+  // change only which names later conditionals see.
+  if (!MayHoldAConditional(text)) {
     PreprocessedText result;
     result.text = std::string(text);
     return result;

@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdint>
 
+#include "byte_runs.h"
+
 namespace quill::cli {
 namespace {
 
@@ -31,8 +33,6 @@ bool IsBlank(char c) {
   return ClassOf(c) == kBlankByte;
 }
 
-using ByteSet = std::array<bool, 256>;
-
 constexpr ByteSet kWordBytes = [] {
   ByteSet set{};
   for (std::size_t c = 0; c < set.size(); ++c) set[c] = kByteClasses[c] >= kWordStartByte;
@@ -46,14 +46,6 @@ constexpr ByteSet kNumberBytes = [] {
   set['.'] = true;
   return set;
 }();
-
-// The first offset from `from` on whose byte is not in `set`.
-std::size_t SkipBytes(std::string_view text, std::size_t from, const ByteSet& set) {
-  const char* p = text.data() + from;
-  const char* const end = text.data() + text.size();
-  while (p != end && set[static_cast<unsigned char>(*p)]) ++p;
-  return static_cast<std::size_t>(p - text.data());
-}
 
 struct KeywordSpelling {
   std::string_view word;
@@ -238,9 +230,9 @@ class Tokenizer {
         return;
       }
       case kWordStartByte:
-        return PushWord(SkipBytes(text_, pos_ + 1, kWordBytes));
+        return PushWord(SkipBytesIn(text_, pos_ + 1, kWordBytes));
       case kDigitByte:
-        return Push(Token::Kind::kNumber, SkipBytes(text_, pos_ + 1, kNumberBytes));
+        return Push(Token::Kind::kNumber, SkipBytesIn(text_, pos_ + 1, kNumberBytes));
       case kSymbolByte:
         break;
     }
@@ -260,7 +252,7 @@ class Tokenizer {
       while (end < text_.size() && !IsBlank(text_[end])) ++end;
       return PushWord(end);
     }
-    if (c == '\'') return Push(Token::Kind::kNumber, SkipBytes(text_, pos_ + 1, kNumberBytes));
+    if (c == '\'') return Push(Token::Kind::kNumber, SkipBytesIn(text_, pos_ + 1, kNumberBytes));
     Push(Token::Kind::kSymbol, pos_ + LongSymbolLength());
   }
 

@@ -74,6 +74,10 @@ const BranchCase kBranchCases[] = {
      "`define M \\\n  `endif\nwire a;\n"},
     {"OtherDirectivesStay", "`timescale 1ns/1ps\n`include \"a.vh\"\n", {}, "`timescale 1ns/1ps\n`include \"a.vh\"\n"},
     {"WordStartingWithADirectiveNameIsNotOne", "`ifdefX\n", {}, "`ifdefX\n"},
+    {"DefinesAndMacrosWithoutConditionalsStay", "`define W 8\n`undef W\nwire [`N-1:0] a; // `x\n", {},
+     "`define W 8\n`undef W\nwire [`N-1:0] a; // `x\n"},
+    {"ConditionalAfterOtherBackquotes", "`define A\nwire `M a;\n`ifndef A\nx;\n`endif\n", {},
+     "`define A\nwire `M a;\n\n\n\n"},
     {"CrLfLinesKeepTheirLineFeeds", "`ifdef A\r\nx;\r\n`endif\r\n", {}, "\n\n\r\n"},
 };
 
