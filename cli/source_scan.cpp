@@ -137,14 +137,23 @@ class Scanner {
 
   // Within a statement, past its line's code, every word, number and symbol
   // but ";" and an end keyword leaves the state as it is: the scan passes
-  // over them to the next byte of kStatementStops that matters.
+  // over them to the next byte of kStatementStops that matters. A line that
+  // starts with anything but a comment or a directive has code too, so the
+  // scan passes into it as well.
   void SkipInsideStatement() {
     const char* const begin = text_.data();
     const char* const end = begin + text_.size();
     const char* p = begin + pos_;
     for (;;) {
       p = FindInSet(p, end, kStatementStops);
-      if (p == end || *p != 'e' || StartsToken(begin, p)) break;
+      if (p == end) break;
+      if (*p == '\n') {
+        const char* const first = SkipRun(p + 1, end, kBlankBytes);
+        if (first == end || *first == '/' || *first == '`') break;
+        p = first;
+        continue;
+      }
+      if (*p != 'e' || StartsToken(begin, p)) break;
       ++p;
     }
     pos_ = static_cast<std::size_t>(p - begin);

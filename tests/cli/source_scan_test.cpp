@@ -40,6 +40,10 @@ const ScanCase kScanCases[] = {
     {"x a$endmodule module b; x = y.endmodule module c;", {40}},
     {"x 9endmodule module b;", {}},
     {"x = `M endmodule\n  module b;", {19}},
+    {"wire a\n  = b;\n\n  module c;", {17}},
+    {"wire a\n  `define M\nmodule c;", {19}},
+    {"wire a\n /* c */ `define M\n;module c;", {27}},
+    {"wire a\n\t// c\n endmodule module d;", {24}},
     {"x = 1'b0; \\esc module a; module b;", {25}},
     {"`ifdef A\n module a;\n`endif\nmodule b;", {10, 27}},
 };
