@@ -448,14 +448,14 @@ GenerateScopes::GenerateScopes(std::string_view text) : text_(text), tokens_(Tok
   GenerateScopeParser(*this).Run();
   std::uint32_t lines = tokens_.empty() ? 0 : tokens_.back().line + 1;
   lineFirstToken_.assign(static_cast<std::size_t>(lines) + 1, tokens_.size());
-  for (std::size_t t = tokens_.size(); t-- > 0;) lineFirstToken_[tokens_[t].line] = t;
-  for (std::size_t line = lines; line-- > 0;) {
-    lineFirstToken_[line] = std::min(lineFirstToken_[line], lineFirstToken_[line + 1]);
-  }
+  std::size_t unsetLine = 0;  // lines before it have their first token set
   bool lineDeclares = false;
   for (std::size_t t = 0; t < tokens_.size(); ++t) {
     const Token& token = tokens_[t];
     if (t == 0 || token.line != tokens_[t - 1].line) {
+      // This token is the first of its line and of every line without
+      // tokens just before it.
+      for (; unsetLine <= token.line; ++unsetLine) lineFirstToken_[unsetLine] = t;
       lineDeclares = IsDeclarationKeyword(token);
     } else if (lineDeclares && token.kind == Token::Kind::kWord) {
       std::vector<std::size_t>& found = declarations_[token.text];

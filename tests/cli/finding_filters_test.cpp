@@ -861,6 +861,17 @@ TEST(FilterThatDropsTest, AnyBytesReadAsStatementsGiveAnAnswer) {
   }
 }
 
+TEST(GenerateScopesTest, FindsWordsByLineAcrossLinesWithoutTokens) {
+  const GenerateScopes scopes("a\n\n // c\n b c\n\n");
+  EXPECT_EQ(scopes.FindOnLine(0, "a", false), std::optional<std::size_t>(0));
+  EXPECT_EQ(scopes.FindOnLine(1, "b", false), std::nullopt);
+  EXPECT_EQ(scopes.FindOnLine(2, "b", false), std::nullopt);
+  EXPECT_EQ(scopes.FindOnLine(3, "B", true), std::optional<std::size_t>(1));
+  EXPECT_EQ(scopes.FindOnLine(3, "c", false), std::optional<std::size_t>(2));
+  EXPECT_EQ(scopes.FindOnLine(4, "c", false), std::nullopt);
+  EXPECT_EQ(scopes.FindOnLine(99, "c", false), std::nullopt);
+}
+
 TEST(GenerateScopesTest, AnyBytesGiveANodePerToken) {
   unsigned state = 11;
   const std::string pieces[] = {"module m;", "endmodule", "if (a)",  "else", "begin",       ": n",
