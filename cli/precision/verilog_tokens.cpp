@@ -182,14 +182,66 @@ bool TakesTheLine(std::string_view name) {
   return name == "timescale" || name == "include" || name == "line" || name == "pragma" || name == "begin_keywords";
 }
 
+// The bytes that StepSpecial reads: those that may open a comment, a
+// string, a directive or macro, an escaped name or a number.
+constexpr ByteSet kOpensSomething = [] {
+  ByteSet set{};
+  for (const char c : std::string_view("/\"`\\'")) set[static_cast<unsigned char>(c)] = true;
+  return set;
+}();
+
 class Tokenizer {
  public:
   // A Verilog text holds about one token per six bytes; reserving that many
   // spares most of the vector's regrowth.
   explicit Tokenizer(std::string_view text) : text_(text) { tokens_.reserve(text.size() / 6 + 16); }
 
+  // Blanks, words, numbers and plain symbols, most of any text, are read
+  // here with the position and line in locals; comments, strings,
+  // directives and escaped names go through StepSpecial.
   std::vector<Token> Run() {
-    while (pos_ < text_.size()) Step();
+    const char* const begin = text_.data();
+    const char* const end = begin + text_.size();
+    const char* p = begin;
+    std::uint32_t line = 0;
+    while (p != end) {
+      const char c = *p;
+      const ByteClass byteClass = ClassOf(c);
+      if (byteClass == kBlankByte) {
+        do {
+          line += *p == '\n' ? 1u : 0u;
+          ++p;
+        } while (p != end && IsBlank(*p));
+        continue;
+      }
+      const auto offset = static_cast<std::size_t>(p - begin);
+      if (byteClass == kWordStartByte) {
+        const char* const wordEnd = SkipRun(p + 1, end, kWordBytes);
+        const std::string_view word(p, static_cast<std::size_t>(wordEnd - p));
+        tokens_.push_back({word, offset, line, Token::Kind::kWord, KeywordOf(word)});
+        p = wordEnd;
+        continue;
+      }
+      if (byteClass == kDigitByte) {
+        const char* const numberEnd = SkipRun(p + 1, end, kNumberBytes);
+        tokens_.push_back({std::string_view(p, static_cast<std::size_t>(numberEnd - p)), offset, line,
+                           Token::Kind::kNumber, Keyword::kNone});
+        p = numberEnd;
+        continue;
+      }
+      if (!kOpensSomething[static_cast<unsigned char>(c)]) {
+        pos_ = offset;
+        const std::size_t length = LongSymbolLength();
+        tokens_.push_back({std::string_view(p, length), offset, line, Token::Kind::kSymbol, Keyword::kNone});
+        p += length;
+        continue;
+      }
+      pos_ = offset;
+      line_ = line;
+      StepSpecial(c);
+      p = begin + pos_;
+      line = line_;
+    }
     return std::move(tokens_);
   }
 
@@ -219,23 +271,9 @@ class Tokenizer {
     pos_ = end;
   }
 
-  void Step() {
-    const char c = text_[pos_];
-    switch (ClassOf(c)) {
-      case kBlankByte: {
-        const char* p = text_.data() + pos_;
-        const char* const end = text_.data() + text_.size();
-        for (; p != end && IsBlank(*p); ++p) line_ += *p == '\n' ? 1u : 0u;
-        pos_ = static_cast<std::size_t>(p - text_.data());
-        return;
-      }
-      case kWordStartByte:
-        return PushWord(SkipBytesIn(text_, pos_ + 1, kWordBytes));
-      case kDigitByte:
-        return Push(Token::Kind::kNumber, SkipBytesIn(text_, pos_ + 1, kNumberBytes));
-      case kSymbolByte:
-        break;
-    }
+  // A comment, a string, a directive or macro, an escaped name or a number
+  // that starts with "'"; anything else is a symbol.
+  void StepSpecial(char c) {
     const char next = pos_ + 1 < text_.size() ? text_[pos_ + 1] : '\0';
     if (c == '/' && next == '/') {  // up to its line feed, which the blank run then counts
       pos_ = Find("\n", pos_);
