@@ -141,17 +141,45 @@ constexpr std::array<KeywordSpelling, 85> kKeywordSpellings = {{
     {"wor", Keyword::kWor},
 }};
 
-// For each lower-case first letter, the range of kKeywordSpellings that
-// begins with it.
+// The longest keyword, "endinterface", has 12 bytes.
+constexpr std::size_t kLongestKeyword = 12;
+
+static_assert([] {
+  for (const KeywordSpelling& spelling : kKeywordSpellings) {
+    const std::string_view word = spelling.word;
+    if (word.size() < 2 || word.size() > kLongestKeyword || word.front() < 'a' || word.front() > 'z') return false;
+  }
+  return true;
+}());
+
+// The spellings ordered by first letter and length, so that the words of one
+// first letter and one length stand together.
+constexpr std::array<KeywordSpelling, kKeywordSpellings.size()> kSpellingsByLength = [] {
+  std::array<KeywordSpelling, kKeywordSpellings.size()> sorted = kKeywordSpellings;
+  std::sort(sorted.begin(), sorted.end(), [](const KeywordSpelling& a, const KeywordSpelling& b) {
+    if (a.word.front() != b.word.front()) return a.word.front() < b.word.front();
+    if (a.word.size() != b.word.size()) return a.word.size() < b.word.size();
+    return a.word < b.word;
+  });
+  return sorted;
+}();
+
+// For each lower-case first letter and length, the range of
+// kSpellingsByLength with both.
 struct SpellingRange {
   std::uint8_t begin = 0;
   std::uint8_t end = 0;
 };
 
-constexpr std::array<SpellingRange, 26> kSpellingRanges = [] {
-  std::array<SpellingRange, 26> ranges{};
-  for (std::size_t i = 0; i < kKeywordSpellings.size(); ++i) {
-    SpellingRange& range = ranges[static_cast<std::size_t>(kKeywordSpellings[i].word.front() - 'a')];
+constexpr std::size_t SpellingSlot(char first, std::size_t length) {
+  return static_cast<std::size_t>(first - 'a') * (kLongestKeyword + 1) + length;
+}
+
+constexpr std::array<SpellingRange, 26 * (kLongestKeyword + 1)> kSpellingRanges = [] {
+  std::array<SpellingRange, 26 * (kLongestKeyword + 1)> ranges{};
+  for (std::size_t i = 0; i < kSpellingsByLength.size(); ++i) {
+    const std::string_view word = kSpellingsByLength[i].word;
+    SpellingRange& range = ranges[SpellingSlot(word.front(), word.size())];
     if (range.begin == range.end) range.begin = static_cast<std::uint8_t>(i);
     range.end = static_cast<std::uint8_t>(i + 1);
   }
@@ -350,10 +378,15 @@ class Tokenizer {
 }  // namespace
 
 Keyword KeywordOf(std::string_view word) {
-  if (word.size() < 2 || word.front() < 'a' || word.front() > 'z') return Keyword::kNone;
-  const SpellingRange range = kSpellingRanges[static_cast<std::size_t>(word.front() - 'a')];
+  if (word.size() < 2 || word.size() > kLongestKeyword || word.front() < 'a' || word.front() > 'z') {
+    return Keyword::kNone;
+  }
+  const SpellingRange range = kSpellingRanges[SpellingSlot(word.front(), word.size())];
   for (std::size_t i = range.begin; i < range.end; ++i) {
-    if (kKeywordSpellings[i].word == word) return kKeywordSpellings[i].keyword;
+    const std::string_view spelling = kSpellingsByLength[i].word;
+    std::size_t at = 1;  // the first letters are equal
+    while (at < word.size() && spelling[at] == word[at]) ++at;
+    if (at == word.size()) return kSpellingsByLength[i].keyword;
   }
   return Keyword::kNone;
 }

@@ -22,6 +22,8 @@ const KeywordCase kKeywordCases[] = {
     {"ends", Keyword::kNone},           {"en", Keyword::kNone},                {"e", Keyword::kNone},
     {"", Keyword::kNone},               {"_end", Keyword::kNone},              {"always_", Keyword::kNone},
     {"zend", Keyword::kNone},           {"$display", Keyword::kNone},          {"wires", Keyword::kNone},
+    {"endinterface", Keyword::kEndinterface}, {"always_latch", Keyword::kAlwaysLatch},
+    {"endinterfaces", Keyword::kNone},  {"endinterfacf", Keyword::kNone},      {"wore", Keyword::kNone},
 };
 
 TEST(KeywordOfTest, FindsExactSpellingsOnly) {
