@@ -7,10 +7,20 @@ namespace {
 
 bool StartsDeclaration(const Token& token) {
   if (token.kind != Token::Kind::kWord) return false;
-  for (std::string_view word : {"input", "output", "inout", "wire", "reg", "logic"}) {
-    if (EqualFoldingCase(token.text, word)) return true;
+  // Told apart by length first: most words have none of these lengths.
+  switch (token.text.size()) {
+    case 3:
+      return EqualFoldingCase(token.text, "reg");
+    case 4:
+      return EqualFoldingCase(token.text, "wire");
+    case 5:
+      return EqualFoldingCase(token.text, "input") || EqualFoldingCase(token.text, "inout") ||
+             EqualFoldingCase(token.text, "logic");
+    case 6:
+      return EqualFoldingCase(token.text, "output");
+    default:
+      return false;
   }
-  return false;
 }
 
 // The words the linter strips from a declaration's head besides the first.
@@ -19,14 +29,8 @@ bool IsHeadWord(const Token& token) {
   return EqualFoldingCase(token.text, "signed") || EqualFoldingCase(token.text, "unsigned");
 }
 
-// One declaration: its tokens [begin, end).
-struct Statement {
-  std::size_t begin;
-  std::size_t end;
-};
-
 // The declaration that starts at the first token of a line, `begin`.
-Statement ReadStatement(const std::vector<Token>& tokens, std::size_t begin) {
+DeclarationStatement ReadStatement(const std::vector<Token>& tokens, std::size_t begin) {
   std::size_t t = begin;
   for (;;) {
     // The tokens of one line.
@@ -42,7 +46,7 @@ Statement ReadStatement(const std::vector<Token>& tokens, std::size_t begin) {
 // Whether the piece around the name at `t` holds nothing but it and its
 // selects before a "," or "=" (or the declaration's end, where ";" and ")"
 // are stripped).
-bool IsPieceName(const std::vector<Token>& tokens, const Statement& statement, std::size_t t) {
+bool IsPieceName(const std::vector<Token>& tokens, const DeclarationStatement& statement, std::size_t t) {
   std::size_t before = t;
   while (before > statement.begin && tokens[before - 1].Is("]")) {
     std::size_t depth = 0;
@@ -77,8 +81,8 @@ bool IsPieceName(const std::vector<Token>& tokens, const Statement& statement, s
 
 }  // namespace
 
-std::vector<DeclarationPlace> FindDeclarationPlaces(const std::vector<Token>& tokens, std::string_view name) {
-  std::vector<DeclarationPlace> places;
+std::vector<DeclarationStatement> FindDeclarationStatements(const std::vector<Token>& tokens) {
+  std::vector<DeclarationStatement> statements;
   std::size_t t = 0;
   while (t < tokens.size()) {
     const bool lineStart = t == 0 || tokens[t].line != tokens[t - 1].line;
@@ -86,13 +90,26 @@ std::vector<DeclarationPlace> FindDeclarationPlaces(const std::vector<Token>& to
       ++t;
       continue;
     }
-    const Statement statement = ReadStatement(tokens, t);
+    statements.push_back(ReadStatement(tokens, t));
+    t = statements.back().end;
+  }
+  return statements;
+}
+
+std::vector<DeclarationPlace> FindDeclarationPlaces(const std::vector<Token>& tokens,
+                                                    const std::vector<DeclarationStatement>& statements,
+                                                    std::string_view name) {
+  std::vector<DeclarationPlace> places;
+  for (const DeclarationStatement& statement : statements) {
     for (std::size_t k = statement.begin + 1; k < statement.end; ++k) {
       if (tokens[k].text == name && IsPieceName(tokens, statement, k)) places.push_back({k, statement.begin});
     }
-    t = statement.end;
   }
   return places;
+}
+
+std::vector<DeclarationPlace> FindDeclarationPlaces(const std::vector<Token>& tokens, std::string_view name) {
+  return FindDeclarationPlaces(tokens, FindDeclarationStatements(tokens), name);
 }
 
 }  // namespace quill::cli

@@ -20,11 +20,25 @@ struct DeclarationPlace {
   std::size_t statement;  // the word that starts its declaration's line
 };
 
+// One declaration as the linter joins it: tokens [begin, end).
+struct DeclarationStatement {
+  std::size_t begin;
+  std::size_t end;
+};
+
+// Every declaration of the text, in text order. They do not depend on the
+// name asked for, so a caller that asks for many names finds them once.
+std::vector<DeclarationStatement> FindDeclarationStatements(const std::vector<Token>& tokens);
+
 // The words spelt `name` (exactly) that the linter may count as declarations
 // of it, in text order. It counts no place missing here, unless a string
 // holds the name between commas ("wire s = ", a, ";"): the tokens leave
 // strings out. A place here may be one it does not count.
 std::vector<DeclarationPlace> FindDeclarationPlaces(const std::vector<Token>& tokens, std::string_view name);
+// The same among declarations found before.
+std::vector<DeclarationPlace> FindDeclarationPlaces(const std::vector<Token>& tokens,
+                                                    const std::vector<DeclarationStatement>& statements,
+                                                    std::string_view name);
 
 }  // namespace quill::cli
 

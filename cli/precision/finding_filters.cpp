@@ -760,7 +760,8 @@ class FindingProof {
   // The places in the module where the linter may have read `name` as
   // declared (see FindDeclarationPlaces).
   std::vector<DeclarationPlace> LinterDeclarationPlaces(std::string_view name, std::size_t module) const {
-    std::vector<DeclarationPlace> places = FindDeclarationPlaces(scopes_.Tokens(), name);
+    std::vector<DeclarationPlace> places =
+        FindDeclarationPlaces(scopes_.Tokens(), scopes_.LinterDeclarationStatements(), name);
     std::erase_if(places, [this, module](const DeclarationPlace& place) {
       return scopes_.ModuleOf(scopes_.NodeOfToken(place.token)) != module;
     });

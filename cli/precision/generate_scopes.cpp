@@ -497,6 +497,11 @@ const std::vector<std::size_t>& GenerateScopes::DeclarationsOf(std::string_view 
   return it == declarations_.end() ? kNoTokens : it->second;
 }
 
+const std::vector<DeclarationStatement>& GenerateScopes::LinterDeclarationStatements() const {
+  if (!linterDeclarationStatements_) linterDeclarationStatements_ = FindDeclarationStatements(tokens_);
+  return *linterDeclarationStatements_;
+}
+
 const std::vector<std::size_t>& GenerateScopes::AssignmentsOf(std::string_view name) const {
   const auto it = assignments_.find(LowerCase(name));
   return it == assignments_.end() ? kNoTokens : it->second;

@@ -14,6 +14,7 @@
 #include <string_view>
 #include <vector>
 
+#include "precision/declaration_places.h"
 #include "precision/verilog_tokens.h"
 
 namespace quill::cli {
@@ -74,6 +75,9 @@ class GenerateScopes {
   // The name's token on each line whose first word declares (input, wire,
   // reg, parameter, ...), exact spelling, in text order; one per line.
   const std::vector<std::size_t>& DeclarationsOf(std::string_view name) const;
+  // The declarations as the linter joins them (see declaration_places.h),
+  // found on the first call: only some filters ask, many times per file.
+  const std::vector<DeclarationStatement>& LinterDeclarationStatements() const;
   // The "assign" tokens of "assign NAME =", letter case ignored.
   const std::vector<std::size_t>& AssignmentsOf(std::string_view name) const;
   // Every "assign" token, in text order.
@@ -95,6 +99,7 @@ class GenerateScopes {
   std::unordered_map<std::string_view, std::vector<std::size_t>> declarations_;
   std::unordered_map<std::string, std::vector<std::size_t>> assignments_;  // by lower-case name
   std::vector<std::size_t> assignKeywords_;
+  mutable std::optional<std::vector<DeclarationStatement>> linterDeclarationStatements_;
   struct TokenRange {
     std::size_t open = 0;   // the "{"
     std::size_t close = 0;  // the matching "}" (or the end)

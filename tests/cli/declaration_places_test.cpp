@@ -10,6 +10,7 @@
 
 #include "lint/lint_text.h"
 #include "lint/steps.h"
+#include "precision/generate_scopes.h"
 
 namespace quill::cli {
 namespace {
@@ -84,6 +85,27 @@ TEST(DeclarationPlacesTest, HoldEveryDeclarationTheLinterCountsOnRandomText) {
       }
     }
   }
+}
+
+// The declarations found once for a file, as the filters hold them, give
+// the same places for every name as a search of its own.
+TEST(DeclarationPlacesTest, DeclarationsFoundOnceGiveTheSamePlaces) {
+  const std::string text =
+      "module m;\n  input a, b;\n  wire [3:0] q = a, c;\n  REG a;\n  assign q = b;\n  output\n    c;\nendmodule\n";
+  const GenerateScopes scopes(text);
+  const std::vector<DeclarationStatement>& statements = scopes.LinterDeclarationStatements();
+  EXPECT_EQ(&statements, &scopes.LinterDeclarationStatements());
+  ASSERT_EQ(statements.size(), 4u);
+  for (std::string_view name : {"a", "b", "c", "q", "m"}) {
+    std::vector<std::size_t> once;
+    for (const DeclarationPlace& place : FindDeclarationPlaces(scopes.Tokens(), statements, name)) {
+      once.push_back(place.token);
+    }
+    std::vector<std::size_t> alone;
+    for (const DeclarationPlace& place : FindDeclarationPlaces(scopes.Tokens(), name)) alone.push_back(place.token);
+    EXPECT_EQ(once, alone) << name;
+  }
+  EXPECT_EQ(FindDeclarationPlaces(scopes.Tokens(), statements, "a").size(), 2u);
 }
 
 }  // namespace
