@@ -61,7 +61,7 @@ _quill() {
         return 0 ;;
       -j | --jobs | --max-findings | --stdin-name | -D | --define | -U | --undefine) return 0 ;;
       --no-filter)
-        COMPREPLY=($(compgen -W "empty-name read-only-driver absent-assignment generate-scope port-redeclaration interface-items default-before-branch member-scopes initializer-names absent-use intended-latch hierarchical-paths absent-branch letter-case assertion-items assigned-first complete-paths" -- "$cur"))
+        COMPREPLY=($(compgen -W "empty-name read-only-driver absent-assignment generate-scope port-redeclaration interface-items default-before-branch member-scopes initializer-names absent-use intended-latch hierarchical-paths absent-branch letter-case assertion-items assigned-first complete-paths block-locals" -- "$cur"))
         return 0 ;;
     esac
   fi

@@ -46,7 +46,7 @@ complete -c quill -n $lint_when -l whole-file -d 'Lint each file with one engine
 complete -c quill -n $lint_when -l report-unused-suppressions -d 'Report suppression comments that quieted nothing'
 complete -c quill -n $lint_when -l statistics -d 'Count findings per check and per filter'
 complete -c quill -n $lint_when -l exact -d 'Print the engine findings untouched'
-complete -c quill -n $lint_when -l no-filter -x -a 'empty-name read-only-driver absent-assignment generate-scope port-redeclaration interface-items default-before-branch member-scopes initializer-names absent-use intended-latch hierarchical-paths absent-branch letter-case assertion-items assigned-first complete-paths' -d 'Turn a filter off'
+complete -c quill -n $lint_when -l no-filter -x -a 'empty-name read-only-driver absent-assignment generate-scope port-redeclaration interface-items default-before-branch member-scopes initializer-names absent-use intended-latch hierarchical-paths absent-branch letter-case assertion-items assigned-first complete-paths block-locals' -d 'Turn a filter off'
 complete -c quill -n $lint_when -s D -l define -x -d 'Define a macro: NAME[=VALUE]'
 complete -c quill -n $lint_when -s U -l undefine -x -d 'Undefine a macro'
 

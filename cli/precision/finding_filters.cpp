@@ -124,6 +124,81 @@ class FindingProof {
     return true;
   }
 
+  // "sequential always uses '='" on a block whose every blocking assignment
+  // writes a variable declared in a begin-end scope of the block around it
+  // ("begin : gen  reg [3:0] count;  count = count + 1;"): such variables
+  // are the block's own, and '=' is how they are meant to be written.
+  bool BlockLocals() const {
+    if (finding_.check != "blocking-assign" || finding_.message.rfind("sequential always uses '='", 0) != 0) {
+      return false;
+    }
+    const ProceduralBlock* block = scopes_.BlockOnLine(finding_.line);
+    if (block == nullptr) return false;
+    const std::vector<ProceduralBlock>& blocks = scopes_.Blocks();
+    const auto next = static_cast<std::size_t>(block - blocks.data()) + 1;
+    if (next < blocks.size() && scopes_.Tokens()[blocks[next].keyword].line == finding_.line) return false;
+    const std::vector<Token>& tokens = scopes_.Tokens();
+    const std::size_t end = std::min(block->end, tokens.size());
+    // The names declared in each begin-end scope open at the current token.
+    std::vector<std::vector<std::string_view>> scopes;
+    std::size_t parentheses = 0;
+    bool statementStart = false;
+    bool written = false;
+    for (std::size_t t = block->keyword; t < end; ++t) {
+      const Token& token = tokens[t];
+      if (token.Is("(")) ++parentheses;
+      if (token.Is(")") && parentheses > 0) --parentheses;
+      if (parentheses > 0) continue;
+      if (token.Is("begin")) {
+        scopes.emplace_back();
+        statementStart = true;
+        if (t + 2 < end && tokens[t + 1].Is(":") && tokens[t + 2].kind == Token::Kind::kWord) t += 2;
+        continue;
+      }
+      if (token.Is("end")) {
+        if (!scopes.empty()) scopes.pop_back();
+        statementStart = true;
+        continue;
+      }
+      if (statementStart && !scopes.empty() &&
+          IsAnyOf(token, {"reg", "integer", "int", "logic", "bit", "byte", "shortint", "longint", "string",
+                          "automatic", "static", "var"})) {
+        // A declaration: its names, not those of its initializers.
+        std::size_t k = t + 1;
+        for (; k < end && !tokens[k].Is(";"); ++k) {
+          if (tokens[k].kind == Token::Kind::kWord && !IsInInitializer(tokens, t, k)) scopes.back().push_back(tokens[k].text);
+        }
+        t = k;
+        statementStart = true;
+        continue;
+      }
+      statementStart = token.Is(";");
+      if (!token.Is("=")) continue;
+      // The word the '=' writes, past any selects and parenthesized parts,
+      // as the linter reads it.
+      std::size_t k = t;
+      while (k > block->keyword && (tokens[k - 1].Is("]") || tokens[k - 1].Is(")"))) {
+        std::size_t depth = 0;
+        do {
+          --k;
+          if (tokens[k].Is("]") || tokens[k].Is(")")) ++depth;
+          if (tokens[k].Is("[") || tokens[k].Is("(")) --depth;
+        } while (k > block->keyword && depth > 0);
+        if (depth > 0) return false;
+      }
+      if (k == block->keyword) return false;
+      const Token& target = tokens[k - 1];
+      if (target.kind == Token::Kind::kMacro) return false;
+      if (target.kind != Token::Kind::kWord) continue;
+      const bool local = std::any_of(scopes.begin(), scopes.end(), [&target](const auto& names) {
+        return std::find(names.begin(), names.end(), target.text) != names.end();
+      });
+      if (!local) return false;
+      written = true;
+    }
+    return written;
+  }
+
   // "output q;" (direction only, non-ANSI) and "reg q;" or "wire q;": one
   // port, declared in two legal steps. A "wire-always" finding on such a
   // port that is declared "reg" goes too: the linter judged it by the
@@ -949,6 +1024,7 @@ std::optional<LintFilter> FilterThatDrops(const GenerateScopes& scopes, const Fi
   if (enabled.Has(LintFilter::kAssertionItems) && proof.AssertionItems()) return LintFilter::kAssertionItems;
   if (enabled.Has(LintFilter::kAssignedFirst) && proof.AssignedFirst()) return LintFilter::kAssignedFirst;
   if (enabled.Has(LintFilter::kCompletePaths) && proof.CompletePaths()) return LintFilter::kCompletePaths;
+  if (enabled.Has(LintFilter::kBlockLocals) && proof.BlockLocals()) return LintFilter::kBlockLocals;
   return std::nullopt;
 }
 

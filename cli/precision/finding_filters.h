@@ -10,9 +10,9 @@
 // with always_latch, hierarchical paths and members of other objects taken
 // for one signal, latches on blocks without the branch named, names that
 // differ in letter case taken for one, assertions taken for instances, loops
-// through a variable the block assigns before reading it, and latches on
-// blocks whose every path assigns every target. When in doubt a finding is
-// kept.
+// through a variable the block assigns before reading it, latches on blocks
+// whose every path assigns every target, and blocking assigns to a clocked
+// block's own variables. When in doubt a finding is kept.
 #ifndef QUILL_CLI_PRECISION_FINDING_FILTERS_H_
 #define QUILL_CLI_PRECISION_FINDING_FILTERS_H_
 
@@ -44,6 +44,7 @@ enum class LintFilter : std::uint8_t {
   kAssertionItems,
   kAssignedFirst,
   kCompletePaths,
+  kBlockLocals,
 };
 
 struct LintFilterInfo {
@@ -54,7 +55,7 @@ struct LintFilterInfo {
 
 // In the order they are tried; a dropped finding counts for the first filter
 // that drops it.
-inline constexpr std::array<LintFilterInfo, 17> kLintFilters = {{
+inline constexpr std::array<LintFilterInfo, 18> kLintFilters = {{
     {LintFilter::kEmptyName, "empty-name", "findings about the empty name ''"},
     {LintFilter::kReadOnlyDriver, "read-only-driver",
      "multi-driver findings where a named always block only reads the signal"},
@@ -90,6 +91,8 @@ inline constexpr std::array<LintFilterInfo, 17> kLintFilters = {{
     {LintFilter::kCompletePaths, "complete-paths",
      "latch findings on blocks that assign every target on every path (complete if/else and case, loops after "
      "defaults, loop indices read only in their loops)"},
+    {LintFilter::kBlockLocals, "block-locals",
+     "blocking-assign findings on a clocked block whose every '=' writes a variable declared in the block"},
 }};
 
 std::optional<LintFilter> FindLintFilter(std::string_view name);

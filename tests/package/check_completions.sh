@@ -67,5 +67,14 @@ while IFS= read -r word; do
   done
 done <<<"$words"
 
+# Every lint filter `quill lint --help` names is a value of --no-filter.
+filters=$("$quill" lint --help | sed -n 's/.*Turn off one lint filter (\(.*\)).*/\1/p' | tr ',' '\n' | tr -d ' ')
+[ -n "$filters" ] || fail "no filter names found in quill lint --help"
+while IFS= read -r filter; do
+  for script in quill.bash _quill quill.fish; do
+    grep -qE -- "(^|[^a-zA-Z-])$filter([^a-zA-Z-]|\$)" "$completions/$script" || fail "$script lacks the filter $filter"
+  done
+done <<<"$filters"
+
 [ "$failed" = 0 ] || exit 1
-echo "the bash, zsh and fish completions load and name every command and option"
+echo "the bash, zsh and fish completions load and name every command, option and lint filter"
