@@ -54,6 +54,26 @@ inline std::size_t FindEitherByte(std::string_view text, std::size_t from, char 
   return std::string_view::npos;
 }
 
+// The position of the first `c` at or after `from`, or npos. Inline and eight
+// bytes at a time: on the short lines of source text this is cheaper than a
+// library call per line.
+inline std::size_t FindByte(std::string_view text, std::size_t from, char c) {
+  using namespace byte_search_detail;
+  const std::uint64_t spread = static_cast<unsigned char>(c) * kOnes;
+  std::size_t i = from;
+  for (; i + 8 <= text.size(); i += 8) {
+    const std::uint64_t found = ZeroBytes(LoadWord(text.data() + i) ^ spread);
+    if (found != 0) {
+      const int bit = std::endian::native == std::endian::little ? std::countr_zero(found) : std::countl_zero(found);
+      return i + static_cast<std::size_t>(bit / 8);
+    }
+  }
+  for (; i < text.size(); ++i) {
+    if (text[i] == c) return i;
+  }
+  return std::string_view::npos;
+}
+
 // The position of the first "(" or ")" at or after `from`, or npos.
 inline std::size_t FindParenthesis(std::string_view text, std::size_t from) {
   return FindEitherByte(text, from, '(', ')');

@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "common/byte_search.h"
 #include "common/char_class.h"
 #include "common/pattern.h"
 
@@ -90,10 +91,9 @@ class LineReader {
   bool Next(std::string_view* line) {
     if (done_) return false;
     const char* const begin = text_.data() + next_;
-    const std::size_t left = text_.size() - next_;
-    const void* const lf = left == 0 ? nullptr : std::memchr(begin, '\n', left);
-    std::size_t length = lf == nullptr ? left : static_cast<std::size_t>(static_cast<const char*>(lf) - begin);
-    done_ = lf == nullptr;
+    const std::size_t lf = FindByte(text_, next_, '\n');
+    std::size_t length = lf == std::string_view::npos ? text_.size() - next_ : lf - next_;
+    done_ = lf == std::string_view::npos;
     next_ += length + 1;
     // A CR before the LF belongs to the line break.
     if (length > 0 && begin[length - 1] == '\r') --length;

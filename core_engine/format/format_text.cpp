@@ -16,6 +16,14 @@ namespace quill {
 
 bool IsForeignSource(std::string_view text) { return Patterns().kForeignSourcePattern.Search(text); }
 
+namespace {
+
+// Frees a pass's output once the next pass has read it: on a large input
+// the pipeline then holds two or three texts at a time, not one per pass.
+void Release(std::string& text) { std::string().swap(text); }
+
+}  // namespace
+
 std::string FormatText(std::string_view text) {
   // One item per line, so that the aligners see one declaration or
   // connection per line; CRs go here too.
@@ -31,15 +39,20 @@ std::string FormatText(std::string_view text) {
   working = AlignDeclarations(working);
   working = AlignParameters(working);
   // Always and generate bodies indented by nesting depth.
-  const LaidOutText laidOut = LayoutBlocksKeepingCounts(working);
+  LaidOutText laidOut = LayoutBlocksKeepingCounts(working);
+  Release(working);
   // Empty lines between sections of different kinds, once block bodies have
   // their final indentation.
-  const SpacedText spaced = SpaceSectionsKeepingKinds(laidOut.text);
+  SpacedText spaced = SpaceSectionsKeepingKinds(laidOut.text);
+  Release(laidOut.text);
   ChangedLines aligned = AlignInstancesMarkingChanges(spaced.text);
+  Release(spaced.text);
   // Module-level lines and endmodule to the left margin. The block word
   // counts of the layout hold for every line the alignment kept.
   const std::vector<BlockWordCounts> counts = ShiftRows(laidOut.counts, spaced.emptyLinesBefore, BlockWordCounts{});
+  std::vector<BlockWordCounts>().swap(laidOut.counts);
   ChangedLines flushed = FlushModuleLevelMarkingChanges(aligned.text, counts, aligned.changed);
+  Release(aligned.text);
   // Spacing again over the final lines: the two passes above rewrite lines
   // after the first run, and a rewritten line may begin a new section. The
   // pass only inserts lines, so the first run's separators stay. Both passes

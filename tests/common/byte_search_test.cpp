@@ -43,6 +43,15 @@ TEST(FindEitherByteTest, Examples) {
   EXPECT_EQ(FindEitherByte("{[}]", 0, '\0', '\0'), kNone);
 }
 
+TEST(FindByteTest, Examples) {
+  EXPECT_EQ(FindByte("ab\ncd\n", 0, '\n'), 2u);
+  EXPECT_EQ(FindByte("ab\ncd\n", 3, '\n'), 5u);
+  EXPECT_EQ(FindByte("0123456789abcdef\n", 0, '\n'), 16u);
+  EXPECT_EQ(FindByte("\xff\xff\xff\xff\xff\xff\xff\xff\x80", 0, '\x80'), 8u);
+  EXPECT_EQ(FindByte("abc", 0, '\0'), kNone);
+  EXPECT_EQ(FindByte("abc", 5, 'a'), kNone);
+}
+
 TEST(FindTextTest, Examples) {
   EXPECT_EQ(FindText("deassign assign x", "assign", 0), 2u);
   EXPECT_EQ(FindText("deassign assign x", "assign", 3), 9u);
@@ -80,6 +89,7 @@ TEST(ByteSearchTest, AgreesWithAPlainWalkOnRandomText) {
     for (char c : text) lineFeeds += c == '\n' ? 1u : 0u;
     ASSERT_EQ(FindParenthesis(text, from), paren) << round;
     ASSERT_EQ(FindEitherByte(text, from, '[', ']'), bracket) << round;
+    for (char c : {'\n', '(', '\xff', '\0'}) ASSERT_EQ(FindByte(text, from, c), text.find(c, from)) << round;
     ASSERT_EQ(CountLineFeeds(text), lineFeeds) << round;
     for (std::string_view needle : {"()", "(\n(", "[[", "a()a", "()[]\n\xa8\xa9\x08", ")"}) {
       ASSERT_EQ(FindText(text, needle, from), text.find(needle, from)) << round << " " << needle;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "common/byte_search.h"
 #include "common/text_utils.h"
 #include "format/scan/alignment_utils.h"
 
@@ -45,7 +46,7 @@ bool MayStartWithNetType(std::string_view line) {
 // A one-name wire, reg or logic declaration; a line with a comma anywhere,
 // comment included, is never one.
 std::optional<DeclRecord> ReadDeclaration(std::string_view line) {
-  if (!MayStartWithNetType(line) || line.find(',') != std::string_view::npos) return std::nullopt;
+  if (!MayStartWithNetType(line) || FindByte(line, 0, ',') != std::string_view::npos) return std::nullopt;
   std::optional<NetDeclParts> parts = ScanNetDecl(line);
   if (!parts) return std::nullopt;
   DeclRecord record;

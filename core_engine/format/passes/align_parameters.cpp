@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "common/byte_search.h"
 #include "common/pattern.h"
 #include "common/text_utils.h"
 #include "format/scan/alignment_utils.h"
@@ -76,7 +77,7 @@ bool IsBodyItem(std::string_view t) {
 // caller.
 std::optional<ParamRecord> ReadParameter(std::string_view line) {
   // Every parameter item has a value that begins with "=".
-  if (line.find('=') == std::string_view::npos) return std::nullopt;
+  if (FindByte(line, 0, '=') == std::string_view::npos) return std::nullopt;
   const std::string_view t = TrimmedView(line);
   if (t.empty() || t.substr(0, 2) == "//") return std::nullopt;
   if (IsBodyItem(t)) return std::nullopt;

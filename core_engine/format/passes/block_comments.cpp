@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "common/byte_search.h"
 #include "common/text_utils.h"
 
 namespace quill {
@@ -31,8 +32,10 @@ std::vector<Occurrence> FindOccurrences(std::string_view text, std::size_t minIn
                                         const std::vector<std::size_t>& lineCounts) {
   std::vector<Occurrence> found;
   const std::size_t count = lineCounts.size();
-  for (std::size_t at = text.find(kPlaceholderHead); at != std::string_view::npos;
-       at = text.find(kPlaceholderHead, at + 1)) {
+  // The head starts with a byte common in names: FindText tests its first
+  // and last bytes eight places at a time instead of stopping at each one.
+  for (std::size_t at = FindText(text, kPlaceholderHead, 0); at != std::string_view::npos;
+       at = FindText(text, kPlaceholderHead, at + 1)) {
     std::size_t p = at + kPlaceholderHead.size();
     std::size_t digitsStart = p;
     std::uint64_t index = 0;

@@ -1,5 +1,6 @@
 #include "format/scan/param_list_open.h"
 
+#include "common/byte_search.h"
 #include "common/char_class.h"
 
 namespace quill {
@@ -8,7 +9,7 @@ namespace quill {
 // before it either reaches back to the line's start (the first form) or
 // follows a word byte (the second, whose \s+ can only begin there).
 bool OpensParamList(std::string_view line) {
-  for (std::size_t hash = line.find('#'); hash != std::string_view::npos; hash = line.find('#', hash + 1)) {
+  for (std::size_t hash = FindByte(line, 0, '#'); hash != std::string_view::npos; hash = FindByte(line, hash + 1, '#')) {
     std::size_t after = hash + 1;
     while (after < line.size() && IsSpaceByte(line[after])) ++after;
     if (after == line.size() || line[after] != '(') continue;
