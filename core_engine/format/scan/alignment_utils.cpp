@@ -1,5 +1,7 @@
 #include "format/scan/alignment_utils.h"
 
+#include "common/byte_search.h"
+
 namespace quill {
 
 std::string PadRight(std::string_view s, std::size_t width) {
@@ -97,7 +99,7 @@ class LineCursor {
   // "\[[^\]]*\]" at `pos`: the position after its "]", or kNone.
   std::size_t BracketEnd(std::size_t pos) const {
     if (At(pos) != '[') return kNone;
-    std::size_t close = s_.find(']', pos + 1);
+    std::size_t close = FindByte(s_, pos + 1, ']');
     return close == kNone ? kNone : close + 1;
   }
   // "\s*(//.*)?$" from `pos`: whether it matches, and the comment it takes.
@@ -200,7 +202,7 @@ class DeclBodyScanner {
     // Shorter values end on a non-space byte, so the tail starts right there.
     // An array dimension opening there closes at the first "]" after it; the
     // ending behind a given "]" is worked out once.
-    std::size_t close = c_.Line().find(']', valueEnd);
+    std::size_t close = FindByte(c_.Line(), valueEnd, ']');
     std::size_t cachedClose = kNone;
     std::optional<Ends> cachedEnds;
     for (std::size_t end = valueEnd - 1; end > valueStart; --end) {

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "common/byte_search.h"
 #include "common/text_utils.h"
 #include "format/scan/block_words.h"
 #include "format/scan/pattern_table.h"
@@ -20,7 +21,7 @@ bool EndsWithIfHeader(std::string_view code) {
   const std::size_t close = end - 1;
   std::size_t minOpen = close;
   while (minOpen > 0 && code[minOpen - 1] != '\r' && code[minOpen - 1] != '\n') --minOpen;
-  for (std::size_t at = code.find("if"); at != std::string_view::npos; at = code.find("if", at + 1)) {
+  for (std::size_t at = FindText(code, "if", 0); at != std::string_view::npos; at = FindText(code, "if", at + 1)) {
     if (at > 0 && IsWordByte(code[at - 1])) continue;
     std::size_t open = at + 2;
     if (open < code.size() && IsWordByte(code[open])) continue;
