@@ -10,6 +10,7 @@
 #include "common/text_utils.h"
 #include "format/reference_patterns.h"
 #include "format/scan/pattern_table.h"
+#include "format/short_texts.h"
 
 namespace quill {
 namespace {
@@ -78,15 +79,7 @@ TEST(CountCodeBlockWordsTest, ExactCounts) {
 // words, word bytes beside them, slashes, LF and a space.
 TEST(CountCodeBlockWordsTest, AgreesWithThePatternsOnShortTexts) {
   const std::vector<std::string> pieces = {"end", "begin", "case", "casex", "endcase", "/", "//", "\n", " ", "x"};
-  std::vector<std::string> texts = {""};
-  std::size_t begin = 0;
-  for (int length = 1; length <= 4; ++length) {
-    const std::size_t end = texts.size();
-    for (std::size_t i = begin; i < end; ++i) {
-      for (const std::string& piece : pieces) texts.push_back(texts[i] + piece);
-    }
-    begin = end;
-  }
+  const std::vector<std::string> texts = EveryShortText(pieces, 4);
   for (const std::string& text : texts) {
     ExpectAgreement(text);
     if (HasFailure()) return;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "format/reference_patterns.h"
+#include "format/short_texts.h"
 
 namespace quill {
 namespace {
@@ -44,15 +45,7 @@ TEST(CollapseBlankRuns, ExactTexts) {
 TEST(CollapseBlankRuns, AgreesWithThePatternOnEveryShortText) {
   const Pattern& pattern = ReferencePatterns().kBlankRunPattern;
   const std::string alphabet = "a \t\n\v\f\r\x85";
-  std::vector<std::string> texts = {""};
-  std::size_t begin = 0;
-  for (int length = 1; length <= 5; ++length) {
-    const std::size_t end = texts.size();
-    for (std::size_t i = begin; i < end; ++i) {
-      for (char c : alphabet) texts.push_back(texts[i] + c);
-    }
-    begin = end;
-  }
+  const std::vector<std::string> texts = EveryShortText(alphabet, 5);
   for (const std::string& text : texts) ASSERT_EQ(CollapseBlankRuns(text), pattern.ReplaceAll(text, " ")) << text;
 }
 

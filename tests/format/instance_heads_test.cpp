@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "format/reference_patterns.h"
+#include "format/short_texts.h"
 
 namespace quill {
 namespace {
@@ -86,15 +87,7 @@ TEST(InstanceHeadsTest, AgreesWithThePatternsOnEveryShortText) {
   // Every text of up to five bytes from bytes that matter to the shapes:
   // word bytes, the white space kinds, "(", "#" and one other byte.
   const std::string alphabet = "a_1 \t\n\v(#.";
-  std::vector<std::string> texts = {""};
-  std::size_t begin = 0;
-  for (int length = 1; length <= 5; ++length) {
-    const std::size_t end = texts.size();
-    for (std::size_t i = begin; i < end; ++i) {
-      for (char c : alphabet) texts.push_back(texts[i] + c);
-    }
-    begin = end;
-  }
+  const std::vector<std::string> texts = EveryShortText(alphabet, 5);
   const std::vector<Shape> shapes = Shapes();
   for (const std::string& text : texts) {
     for (const Shape& shape : shapes) ExpectAgreement(shape, text);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "format/reference_patterns.h"
+#include "format/short_texts.h"
 
 namespace quill {
 namespace {
@@ -32,15 +33,7 @@ TEST(OpensParamListTest, ExactAnswers) {
 // Every text of up to six bytes from the bytes that matter to the patterns.
 TEST(OpensParamListTest, AgreesWithThePatternsOnEveryShortText) {
   const std::string alphabet = "a #(\t)";
-  std::vector<std::string> texts = {""};
-  std::size_t begin = 0;
-  for (int length = 1; length <= 6; ++length) {
-    const std::size_t end = texts.size();
-    for (std::size_t i = begin; i < end; ++i) {
-      for (char c : alphabet) texts.push_back(texts[i] + c);
-    }
-    begin = end;
-  }
+  const std::vector<std::string> texts = EveryShortText(alphabet, 6);
   for (const std::string& text : texts) ASSERT_EQ(OpensParamList(text), MatchesAPattern(text)) << text;
 }
 
