@@ -139,7 +139,7 @@ BlockLineFacts ReadBlockLineFacts(std::string_view line) {
   // the leading word as it is.
   const std::string_view word = LeadingPatternWord(t);
   ReadLeadingWord(word, &facts);
-  facts.mentionsBegin = facts.begins > 0 || (t.find("begin") != std::string_view::npos && p.kBeginPattern.Search(t));
+  facts.mentionsBegin = facts.begins > 0 || (FindText(t, "begin", 0) != std::string_view::npos && p.kBeginPattern.Search(t));
   facts.isLoneBegin = t == "begin";
   facts.isSignificant = t.compare(0, 2, "//") != 0;
   facts.endsIfHeader = EndsWithIfHeader(code);

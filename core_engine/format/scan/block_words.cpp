@@ -1,5 +1,6 @@
 #include "format/scan/block_words.h"
 
+#include "common/byte_search.h"
 #include "common/text_utils.h"
 
 namespace quill {
@@ -55,7 +56,7 @@ BlockWordCounts CountCodeBlockWords(std::string_view text, std::string_view* cod
   while (i < text.size()) {
     if (!IsWordByte(text[i])) {
       if (text[i] == '/' && i + 1 < text.size() && text[i + 1] == '/') {
-        if (text.find('\n', i + 2) != std::string_view::npos) {
+        if (FindByte(text, i + 2, '\n') != std::string_view::npos) {
           *code = CodeOf(text, storage);
           return CountBlockWords(*code);
         }
@@ -74,7 +75,7 @@ BlockWordCounts CountCodeBlockWords(std::string_view text, std::string_view* cod
 }
 
 std::string_view CodeOf(std::string_view text, std::string* storage) {
-  if (text.find("//") == std::string_view::npos) return text;
+  if (FindText(text, "//", 0) == std::string_view::npos) return text;
   *storage = RemoveLineComments(text);
   return *storage;
 }
