@@ -2,6 +2,7 @@
 // their output through.
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,7 +22,8 @@ struct Rewritten {
 Rewritten RewriteLinesStartingWithX(std::string_view text) {
   LineRewriter rewriter(text, text.size());
   LineViews lines;
-  std::vector<std::string> replacements;
+  // A deque keeps its strings in place as it grows: `lines` holds views of them.
+  std::deque<std::string> replacements;
   LineReader reader(text);
   std::string_view line;
   while (reader.Next(&line)) {
