@@ -8,6 +8,7 @@
 #include "highlight/byte_kind.h"
 #include "highlight/listed_words.h"
 #include "highlight/token_class.h"
+#include "highlight/word_run.h"
 #include "highlight/word_shapes.h"
 
 namespace quill {
@@ -170,8 +171,7 @@ class ConstraintScanner {
   // A word: letters, digits and "_" after a letter, "_" or (for an option)
   // "-", with a bit select such as "[3]" right after it.
   std::size_t ScanWord(std::size_t start, bool isOption) {
-    std::size_t end = start + 1;
-    while (end < length_ && kWordBytes[text_[end]]) ++end;
+    std::size_t end = EndOfWordRun(text_, length_, start + 1);
     // The run of letters, digits and "_" from the word's first byte, which an
     // option's "-" leaves empty.
     const std::size_t runEnd = isOption ? start : end;
