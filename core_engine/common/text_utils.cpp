@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "common/byte_search.h"
+
 namespace quill {
 char LeadingByteLower(std::string_view s) {
   for (char c : s) {
@@ -38,13 +40,20 @@ std::size_t CountLines(std::string_view text) {
 
 }  // namespace
 
-// Counting the lines first would read the text twice. The list is sized for
-// lines of 24 bytes, shorter than those of real sources; a text of shorter
-// lines grows it by doubling, which copies each view at most a few times.
+// Counting every line first would read the text twice; a sample gives the
+// line length of nearly every source file, and a text whose lines get
+// shorter later grows the list by doubling.
+std::size_t EstimateLineCount(std::string_view text) {
+  constexpr std::size_t kSampleBytes = 64 * 1024;
+  if (text.size() <= kSampleBytes) return CountLineFeeds(text) + 1;
+  const std::size_t sampleLines = CountLineFeeds(text.substr(0, kSampleBytes)) + 1;
+  const std::size_t estimate = (text.size() / kSampleBytes + 1) * sampleLines;
+  return estimate + estimate / 8;
+}
+
 LineViews SplitLineViews(std::string_view text) {
-  constexpr std::size_t kExpectedLineBytes = 24;
   LineViews lines;
-  lines.reserve(text.size() / kExpectedLineBytes + 1);
+  lines.reserve(EstimateLineCount(text));
   LineReader reader(text);
   std::string_view line;
   while (reader.Next(&line)) lines.push_back(line);
@@ -132,6 +141,7 @@ std::string ReplaceEachMatch(std::string_view text, const std::function<std::str
     std::size_t close = text.find("*/", open + 2);
     if (close == std::string_view::npos) break;
     std::size_t end = close + 2;
+    if (copied == 0) result.reserve(RoomToGrow(text.size()));
     result.append(text.substr(copied, open - copied));
     result.append(replace(text.substr(open, end - open)));
     copied = pos = end;
@@ -145,6 +155,7 @@ std::string RemoveLineComments(std::string_view text) {
   std::size_t open = text.find("//");
   if (open == std::string_view::npos) return std::string(text);
   std::string result;
+  result.reserve(text.size());
   std::size_t copied = 0;
   while (open != std::string_view::npos) {
     result.append(text.substr(copied, open - copied));

@@ -107,6 +107,11 @@ class LineReader {
   bool done_ = false;
 };
 
+// About how many lines `text` has, a little over rather than under: the LFs
+// of its first 64 KiB, scaled to the whole. For sizing a list of lines
+// before a pass cuts them.
+std::size_t EstimateLineCount(std::string_view text);
+
 // The lines of SplitLines as views into `text`.
 LineViews SplitLineViews(std::string_view text);
 
@@ -115,6 +120,11 @@ LineViews ViewsOf(const TextLines& lines);
 
 // The lines with `separator` between neighbours; "" for no lines.
 std::string JoinLines(const LineViews& lines, std::string_view separator);
+
+// The room to reserve for an output a little longer than its input, so that
+// it is allocated once. Room that stays unused costs address space only: its
+// pages are never touched.
+constexpr std::size_t RoomToGrow(std::size_t size) { return size + size / 4 + 64; }
 
 // Appends lines to a text, LF between neighbours: the text JoinLines(lines,
 // "\n") makes, built line by line.

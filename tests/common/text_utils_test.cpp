@@ -120,6 +120,25 @@ struct JoinCase {
   std::string_view text;
 };
 
+TEST(TextUtilsTest, EstimateLineCountIsExactUpTo64KiB) {
+  EXPECT_EQ(EstimateLineCount(""), 1u);
+  EXPECT_EQ(EstimateLineCount("a\nb\n"), 3u);
+  const std::string sample(64 * 1024, '\n');
+  EXPECT_EQ(EstimateLineCount(sample), sample.size() + 1);
+}
+
+TEST(TextUtilsTest, EstimateLineCountCoversTextsOfEvenLines) {
+  for (std::size_t lineBytes : {1u, 7u, 24u, 300u}) {
+    std::string line(lineBytes - 1, 'x');
+    line += '\n';
+    std::string text;
+    while (text.size() < 3 * 1024 * 1024 + 17) text += line;
+    const std::size_t lines = SplitLineViews(text).size();
+    EXPECT_GE(EstimateLineCount(text), lines) << lineBytes;
+    EXPECT_LE(EstimateLineCount(text), lines + lines / 4 + 1024) << lineBytes;
+  }
+}
+
 TEST(TextUtilsTest, JoinLines) {
   const std::vector<JoinCase> cases = {
       {{}, "\n", ""},

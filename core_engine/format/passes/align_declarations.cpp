@@ -116,7 +116,7 @@ std::string AlignDeclarations(std::string_view text) {
     const std::string_view candidate = candidateLines[k];
     rewrites.push_back({candidate, RebuildDeclaration(*ReadDeclaration(candidate), columns[candidates[k].group])});
   }
-  return RewriteLines(text, rewrites, text.size() + text.size() / 4);
+  return RewriteLines(text, rewrites, RoomToGrow(text.size()));
 }
 
 }  // namespace quill

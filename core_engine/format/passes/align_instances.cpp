@@ -170,7 +170,7 @@ ChangedLines AlignInstancesMarkingChanges(std::string_view text) {
   std::deque<std::string> rebuilt;
   for (const InstanceEdit& edit : edits) WriteOver(&lines, RenderInstance(edit, widths), edit, &rebuilt, &changed);
   // The text between rewritten rows is copied as it stands.
-  LineRewriter output(text, text.size() + text.size() / 4);
+  LineRewriter output(text, RoomToGrow(text.size()));
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (changed[i]) {
       output.Replace(original[i], lines[i]);

@@ -181,7 +181,7 @@ std::string AlignParameters(std::string_view text) {
     record.inList = inList[k];
     rewrites.push_back({candidateLines[k], RebuildParameter(record, columns[candidates[k].group])});
   }
-  return RewriteLines(text, rewrites, text.size() + text.size() / 4);
+  return RewriteLines(text, rewrites, RoomToGrow(text.size()));
 }
 
 }  // namespace quill

@@ -154,12 +154,16 @@ std::string RestoreBlockComments(std::string_view text, const BlockCommentList& 
   if (count == 0) return std::string(text);
   std::vector<std::size_t> lineCounts(count);
   bool nested = false;
+  std::size_t commentBytes = 0;
   for (std::size_t i = 0; i < count; ++i) {
     lineCounts[i] = CountLines(comments[i]);
+    commentBytes += comments[i].size();
     nested = nested || comments[i].find(kPlaceholderHead) != std::string::npos;
   }
   const Expansion top = PlanExpansion(text, 0, lineCounts);
+  // Each comment takes the place of a shorter placeholder.
   std::string restored;
+  restored.reserve(text.size() + commentBytes);
   if (!nested) {
     Emit(text, top, comments, nullptr, restored);
     return restored;

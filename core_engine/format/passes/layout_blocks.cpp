@@ -76,7 +76,7 @@ std::string LayOut(std::string_view text, const LineViews& lines, const std::vec
 
   const std::uint64_t bound = kFixedGrowth + kGrowthFactor * text.size();
   BodyIndenter indenter(std::move(blocks));
-  LineRewriter output(text, text.size() + text.size() / 4);
+  LineRewriter output(text, RoomToGrow(text.size()));
   // The layout's size so far, one byte per line besides the lines' text.
   std::uint64_t size = 0;
   std::string indented;

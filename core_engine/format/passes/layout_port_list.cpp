@@ -219,7 +219,7 @@ std::string LayoutPortList(std::string_view text) {
   for (std::string_view port : portLines) rewrites.push_back({port, RebuildEntry(MakePortEntry(port), columns)});
   // The ")" that closes the list lies on the close line, so the reading got there.
   rewrites.push_back({closeText, std::string(CloseLineText(closeText))});
-  return RewriteLines(text, rewrites, text.size() + 64);
+  return RewriteLines(text, rewrites, RoomToGrow(text.size()));
 }
 
 }  // namespace quill

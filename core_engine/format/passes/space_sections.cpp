@@ -157,6 +157,7 @@ std::string SpaceSections(std::string_view text) {
 
 SpacedText SpaceSectionsKeepingKinds(std::string_view text) {
   std::vector<LineKind> kinds;
+  kinds.reserve(EstimateLineCount(text));
   const SectionList list = BuildSections(text, [&kinds](std::size_t, std::string_view line) {
     kinds.push_back(ReadLineKind(line));
     return kinds.back();

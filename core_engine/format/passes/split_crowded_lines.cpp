@@ -105,7 +105,7 @@ bool SplitConnectionLine(std::string_view indent, std::string_view rest, std::st
 }  // namespace
 
 std::string SplitCrowdedLines(std::string_view text) {
-  LineRewriter output(text, text.size() + 16);
+  LineRewriter output(text, RoomToGrow(text.size()));
   const bool hasCr = text.find('\r') != std::string_view::npos;
   LineReader reader(text);
   std::string_view raw;
