@@ -1,3 +1,4 @@
+#include <string_view>
 #include <unordered_map>
 
 #include "lint/checks/check_helpers.h"
@@ -10,33 +11,38 @@ namespace {
 template <typename Entry>
 using ExactGroups = std::unordered_map<std::string, std::vector<Entry>>;
 
-// An input port redeclared as a wire, any number of times.
-bool IsInputRedeclaredAsWire(const std::vector<const SignalDecl*>& entries) {
+// What the check needs of the declarations of one spelling: a module
+// declares most names once, so no list of them is kept.
+struct SignalGroup {
+  std::size_t count = 0;
+  std::uint32_t secondLine = 0;
   bool hasWire = false;
   bool hasInput = false;
-  for (const SignalDecl* entry : entries) {
-    if (entry->kind == SignalKind::kWire) {
-      hasWire = true;
-    } else if (entry->kind == SignalKind::kInput) {
-      hasInput = true;
-    } else {
-      return false;
-    }
+  bool hasOther = false;
+
+  void Add(const SignalDecl& signal) {
+    if (++count == 2) secondLine = signal.line;
+    hasWire = hasWire || signal.kind == SignalKind::kWire;
+    hasInput = hasInput || signal.kind == SignalKind::kInput;
+    hasOther = hasOther || (signal.kind != SignalKind::kWire && signal.kind != SignalKind::kInput);
   }
-  return hasWire && hasInput;
-}
+  // An input port redeclared as a wire, any number of times.
+  bool IsInputRedeclaredAsWire() const { return hasWire && hasInput && !hasOther; }
+};
 
 std::vector<Diagnostic> CheckSignals(const ModuleModel& model) {
-  ExactGroups<const SignalDecl*> groups;
-  for (const SignalDecl& signal : model.signals) groups[signal.name].push_back(&signal);
+  std::unordered_map<std::string_view, SignalGroup> groups;
+  groups.reserve(model.signals.size());
+  for (const SignalDecl& signal : model.signals) groups[signal.name].Add(signal);
   std::vector<NameFindings> named;
-  for (const auto& [name, entries] : groups) {
-    if (entries.size() < 2 || IsInputRedeclaredAsWire(entries)) continue;
-    NameFindings group{name, {}};
-    group.findings.push_back(
-        MakeDiagnostic(CheckId::kDuplicateDefine, entries[1]->line,
-                       "signal '" + name + "' defined " + std::to_string(entries.size()) + " times"));
-    named.push_back(std::move(group));
+  for (const auto& [nameView, group] : groups) {
+    if (group.count < 2 || group.IsInputRedeclaredAsWire()) continue;
+    const std::string name(nameView);
+    NameFindings findings{name, {}};
+    findings.findings.push_back(
+        MakeDiagnostic(CheckId::kDuplicateDefine, group.secondLine,
+                       "signal '" + name + "' defined " + std::to_string(group.count) + " times"));
+    named.push_back(std::move(findings));
   }
   return OrderByFirstFinding(std::move(named));
 }
