@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <unordered_map>
 #include <unordered_set>
@@ -29,6 +30,31 @@ std::string_view WorkCopy(std::string_view body) {
   return body;
 }
 
+// The targets found so far, by exact spelling, as views into the scanned
+// text. A body assigns a few targets, found in a short list without an
+// allocation; past that, a hash set takes over.
+class TargetSet {
+ public:
+  // True when `name` is new.
+  bool Insert(std::string_view name) {
+    if (!hashed_.empty()) return hashed_.insert(name).second;
+    const auto listed = first_.begin() + static_cast<std::ptrdiff_t>(count_);
+    if (std::find(first_.begin(), listed, name) != listed) return false;
+    if (count_ < first_.size()) {
+      first_[count_++] = name;
+    } else {
+      hashed_.insert(first_.begin(), first_.end());
+      hashed_.insert(name);
+    }
+    return true;
+  }
+
+ private:
+  std::array<std::string_view, 16> first_;
+  std::size_t count_ = 0;
+  std::unordered_set<std::string_view> hashed_;
+};
+
 // Counts the matches of "(\w+)\s*<=" over `text`, then those of
 // "(\w+)\s*=\s*(?!\s*=)", and lists the targets in that order. Every match
 // begins at the start of a maximal word run, and no run lies inside another
@@ -36,7 +62,7 @@ std::string_view WorkCopy(std::string_view body) {
 // but not both, so one walk finds the matches of both and the blocking ones
 // wait until the others are listed.
 void CollectTargets(std::string_view text, AlwaysBlock& block) {
-  std::unordered_set<std::string_view> assigned;
+  TargetSet assigned;
   std::vector<std::string_view> blockingTargets;
   ForEachWordRun(text, [&](std::size_t begin, std::size_t end) {
     std::size_t i = end;
@@ -55,11 +81,11 @@ void CollectTargets(std::string_view text, AlwaysBlock& block) {
       blockingTargets.push_back(name);
       return;
     }
-    if (assigned.insert(name).second) block.assignedSignals.emplace_back(name);
+    if (assigned.Insert(name)) block.assignedSignals.emplace_back(name);
     ++block.nonBlockingCount;
   });
   for (std::string_view name : blockingTargets) {
-    if (assigned.insert(name).second) block.assignedSignals.emplace_back(name);
+    if (assigned.Insert(name)) block.assignedSignals.emplace_back(name);
     ++block.blockingCount;
   }
 }

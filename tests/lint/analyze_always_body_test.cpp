@@ -153,6 +153,27 @@ INSTANTIATE_TEST_SUITE_P(
         BodyCase{"EmptyBody", "", true, {}, 0, 0, ""}),
     [](const ::testing::TestParamInfo<BodyCase>& param) { return std::string(param.param.name); });
 
+// Past sixteen distinct targets the listed names move to a hash set; names
+// met again on either side of the move are listed once, in first order.
+TEST(AnalyzeAlwaysBodyTest, ManyTargetsListedOnceInFirstOrder) {
+  std::string body = "begin\n";
+  std::vector<std::string> expected;
+  for (int k = 0; k < 40; ++k) {
+    const std::string name = "t" + std::to_string(k);
+    body += name + " <= d;\n";
+    if (k % 3 == 0) body += "t0 <= e;\nT0 <= f;\n" + name + " <= g;\n";
+    expected.push_back(name);
+    if (k == 0) expected.push_back("T0");
+  }
+  body += "end";
+  NameMap uses;
+  AlwaysBlock block;
+  block.isSequential = true;
+  AnalyzeAlwaysBody(body, block, 0, uses);
+  EXPECT_EQ(block.assignedSignals, expected);
+  EXPECT_EQ(block.nonBlockingCount, 40u + 14u * 3u);
+}
+
 TEST(AnalyzeAlwaysBodyTest, IndexedNonBlockingRecord) {
   NameMap uses;
   AlwaysBlock block;
