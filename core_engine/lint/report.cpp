@@ -2,38 +2,48 @@
 
 namespace quill {
 
-std::string EscapeJson(std::string_view s) {
-  std::string escaped;
-  escaped.reserve(s.size() + 8);
+void AppendEscapedJson(std::string_view s, std::string& out) {
   for (char c : s) {
     switch (c) {
       case '\t':
-        escaped += "\\t";
+        out += "\\t";
         break;
       case '\n':
-        escaped += "\\n";
+        out += "\\n";
         break;
       case '\r':
-        escaped += "\\r";
+        out += "\\r";
         break;
       case '"':
-        escaped += "\\\"";
+        out += "\\\"";
         break;
       case '\\':
-        escaped += "\\\\";
+        out += "\\\\";
         break;
       default:
-        escaped += c;
+        out += c;
         break;
     }
   }
+}
+
+std::string EscapeJson(std::string_view s) {
+  std::string escaped;
+  escaped.reserve(s.size() + 8);
+  AppendEscapedJson(s, escaped);
   return escaped;
 }
 
 std::string RenderReport(const std::vector<Diagnostic>& diagnostics) {
   // Severity and check names are plain words from the check table: only the
   // message needs escaping.
-  std::string json = "[";
+  // Each finding's fixed text, line number and check name fit in this.
+  constexpr std::size_t kFixedBytes = 96;
+  std::size_t expected = 2;
+  for (const Diagnostic& diagnostic : diagnostics) expected += diagnostic.message.size() + kFixedBytes;
+  std::string json;
+  json.reserve(expected);
+  json += '[';
   for (std::size_t k = 0; k < diagnostics.size(); ++k) {
     const Diagnostic& diagnostic = diagnostics[k];
     if (k > 0) json += ',';
@@ -47,7 +57,7 @@ std::string RenderReport(const std::vector<Diagnostic>& diagnostics) {
     json += LookUpCheck(diagnostic.check).name;
     json += "\",";
     json += "\"message\":\"";
-    json += EscapeJson(diagnostic.message);
+    AppendEscapedJson(diagnostic.message, json);
     json += "\"}";
   }
   json += ']';

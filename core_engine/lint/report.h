@@ -13,6 +13,9 @@ namespace quill {
 // other byte passes unchanged.
 std::string EscapeJson(std::string_view s);
 
+// Appends EscapeJson(s) to `out`.
+void AppendEscapedJson(std::string_view s, std::string& out);
+
 // The findings as one compact JSON array.
 std::string RenderReport(const std::vector<Diagnostic>& diagnostics);
 
