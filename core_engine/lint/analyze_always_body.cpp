@@ -206,6 +206,9 @@ void AnalyzeAlwaysBody(std::string_view body, AlwaysBlock& block, std::uint32_t 
     CheckCaseDefaults(work, block);
   }
 
+  // The assignments counted above are about those the scans record: the
+  // list is sized once instead of growing from one.
+  block.assignments.reserve(block.assignments.size() + block.nonBlockingCount + block.blockingCount);
   ScanAssignments(unparenthesized, "<=", bodyStartLine, firstUseLine, block);
   ScanAssignments(unparenthesized, "=", bodyStartLine, firstUseLine, block);
 }
