@@ -94,6 +94,16 @@ class FoldedNameTable {
   }
   std::size_t count(std::string_view name) const { return IndexOf(name) == kAbsent ? 0 : 1; }
 
+  // Room for `count` entries without a rehash or a move of the entries. A
+  // table sized from its input skips the growth steps, each of which hashes
+  // every name again and moves every entry.
+  void reserve(std::size_t count) {
+    entries_.reserve(count);
+    std::size_t capacity = slots_.empty() ? 16 : slots_.size();
+    while (capacity < count * 2) capacity *= 2;
+    if (capacity > slots_.size()) Rehash(capacity);
+  }
+
  protected:
   static constexpr std::size_t kAbsent = static_cast<std::size_t>(-1);
 
@@ -147,8 +157,9 @@ class FoldedNameTable {
     return static_cast<std::size_t>((hash * 0x9E3779B97F4A7C15ull) >> shift_);
   }
 
-  void Grow() {
-    const std::size_t capacity = slots_.empty() ? 16 : slots_.size() * 2;
+  void Grow() { Rehash(slots_.empty() ? 16 : slots_.size() * 2); }
+
+  void Rehash(std::size_t capacity) {
     slots_.assign(capacity, Slot{});
     shift_ = 64;
     for (std::size_t c = capacity; c > 1; c >>= 1) --shift_;

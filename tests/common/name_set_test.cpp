@@ -71,6 +71,20 @@ TEST(NameSetTest, KeepsEveryNameThroughGrowthInInsertionOrder) {
   EXPECT_EQ(names.count("sig_10000"), 0u);
 }
 
+// Reserving before, between and below the entries present changes no answer.
+TEST(NameMapTest, ReserveKeepsEveryEntryAndItsValue) {
+  NameMap uses;
+  uses.reserve(100);
+  for (int i = 0; i < 300; ++i) uses.emplace("n" + std::to_string(i), i);
+  uses.reserve(5000);
+  uses.reserve(10);
+  for (int i = 300; i < 3000; ++i) uses.emplace("n" + std::to_string(i), i);
+  ASSERT_EQ(uses.size(), 3000u);
+  for (int i = 0; i < 3000; ++i) EXPECT_EQ(uses.at("N" + std::to_string(i)), i);
+  EXPECT_FALSE(uses.emplace("N7", 1).second);
+  EXPECT_EQ(uses.find("n3000"), uses.end());
+}
+
 TEST(NameSetTest, EqualityIgnoresOrderAndCase) {
   EXPECT_EQ((NameSet{"a", "B", "c"}), (NameSet{"C", "b", "A"}));
   EXPECT_FALSE((NameSet{"a", "b"}) == (NameSet{"a", "c"}));
