@@ -62,6 +62,21 @@ TEST(CheckDuplicateDefineTest, GroupedByExactSpelling) {
   EXPECT_TRUE(CheckDuplicateDefine(model).empty());
 }
 
+TEST(CheckDuplicateDefineTest, EachSpellingOfANameCountsApart) {
+  ModuleModel model;
+  model.signals.push_back(Signal("w", SignalKind::kWire, 1));
+  model.signals.push_back(Signal("W", SignalKind::kReg, 2));
+  model.signals.push_back(Signal("w", SignalKind::kWire, 3));
+  model.signals.push_back(Signal("Ww", SignalKind::kWire, 4));
+  model.signals.push_back(Signal("wW", SignalKind::kWire, 5));
+  model.signals.push_back(Signal("W", SignalKind::kReg, 6));
+  model.signals.push_back(Signal("wW", SignalKind::kInput, 7));
+  model.signals.push_back(Signal("w", SignalKind::kWire, 8));
+  EXPECT_EQ(CheckDuplicateDefine(model),
+            (std::vector<Diagnostic>{Finding(CheckId::kDuplicateDefine, 3, "signal 'w' defined 3 times"),
+                                     Finding(CheckId::kDuplicateDefine, 6, "signal 'W' defined 2 times")}));
+}
+
 TEST(CheckDuplicateDefineTest, ParametersAfterSignals) {
   ModuleModel model;
   model.parameters.push_back(Parameter("N", 0));

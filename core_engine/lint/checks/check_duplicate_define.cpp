@@ -30,12 +30,54 @@ struct SignalGroup {
   bool IsInputRedeclaredAsWire() const { return hasWire && hasInput && !hasOther; }
 };
 
+// The groups of one exact spelling each. The folded name table finds the
+// first spelling met of a name; other spellings of it (differing in letter
+// case, which few sources have) hang after it in a chain. Open addressing
+// and no node per name: the table of a large text stays compact.
+class ExactSignalGroups {
+ public:
+  explicit ExactSignalGroups(std::size_t expected) {
+    firstOfName_.reserve(expected);
+    groups_.reserve(expected);
+  }
+
+  void Add(const SignalDecl& signal) {
+    const std::string_view name = signal.name;
+    std::uint32_t& first = firstOfName_[name];
+    if (first == 0) {
+      groups_.push_back({name, SignalGroup{}, 0});
+      first = static_cast<std::uint32_t>(groups_.size());
+    }
+    std::uint32_t at = first;
+    while (groups_[at - 1].spelling != name) {
+      std::uint32_t& next = groups_[at - 1].nextSpelling;
+      if (next == 0) {
+        groups_.push_back({name, SignalGroup{}, 0});
+        // push_back may have moved the entry `next` refers to.
+        groups_[at - 1].nextSpelling = static_cast<std::uint32_t>(groups_.size());
+      }
+      at = groups_[at - 1].nextSpelling;
+    }
+    groups_[at - 1].group.Add(signal);
+  }
+
+  struct Entry {
+    std::string_view spelling;
+    SignalGroup group;
+    std::uint32_t nextSpelling;  // entry number + 1 of the next spelling; 0 for none
+  };
+  const std::vector<Entry>& Groups() const { return groups_; }
+
+ private:
+  NameViewMap<std::uint32_t> firstOfName_;  // entry number + 1 of the first spelling
+  std::vector<Entry> groups_;
+};
+
 std::vector<Diagnostic> CheckSignals(const ModuleModel& model) {
-  std::unordered_map<std::string_view, SignalGroup> groups;
-  groups.reserve(model.signals.size());
-  for (const SignalDecl& signal : model.signals) groups[signal.name].Add(signal);
+  ExactSignalGroups groups(model.signals.size());
+  for (const SignalDecl& signal : model.signals) groups.Add(signal);
   std::vector<NameFindings> named;
-  for (const auto& [nameView, group] : groups) {
+  for (const auto& [nameView, group, next] : groups.Groups()) {
     if (group.count < 2 || group.IsInputRedeclaredAsWire()) continue;
     const std::string name(nameView);
     NameFindings findings{name, {}};
