@@ -34,6 +34,14 @@ inline std::uint64_t ZeroBytes(std::uint64_t word) {
   return ~(((word & kLows) + kLows) | word | kLows);
 }
 
+// The place, from 0, of the first byte of a loaded word that holds a 0x80
+// marker (`marks` not 0): the lowest byte on a little-endian machine, the
+// highest on a big-endian one.
+inline std::size_t FirstMarkedByte(std::uint64_t marks) {
+  const int bit = std::endian::native == std::endian::little ? std::countr_zero(marks) : std::countl_zero(marks);
+  return static_cast<std::size_t>(bit / 8);
+}
+
 #if defined(__SSE2__)
 inline constexpr std::size_t kBlockBytes = 16;
 
@@ -71,12 +79,7 @@ inline std::size_t FindEitherByte(std::string_view text, std::size_t from, char 
   for (; i + 8 <= text.size(); i += 8) {
     const std::uint64_t word = LoadWord(text.data() + i);
     const std::uint64_t found = ZeroBytes(word ^ spreadA) | ZeroBytes(word ^ spreadB);
-    if (found != 0) {
-      // The byte that comes first in the text is the lowest of the word on a
-      // little-endian machine and the highest on a big-endian one.
-      const int bit = std::endian::native == std::endian::little ? std::countr_zero(found) : std::countl_zero(found);
-      return i + static_cast<std::size_t>(bit / 8);
-    }
+    if (found != 0) return i + FirstMarkedByte(found);
   }
   for (; i < text.size(); ++i) {
     if (text[i] == a || text[i] == b) return i;
@@ -100,10 +103,7 @@ inline std::size_t FindByte(std::string_view text, std::size_t from, char c) {
 #endif
   for (; i + 8 <= text.size(); i += 8) {
     const std::uint64_t found = ZeroBytes(LoadWord(text.data() + i) ^ spread);
-    if (found != 0) {
-      const int bit = std::endian::native == std::endian::little ? std::countr_zero(found) : std::countl_zero(found);
-      return i + static_cast<std::size_t>(bit / 8);
-    }
+    if (found != 0) return i + FirstMarkedByte(found);
   }
   for (; i < text.size(); ++i) {
     if (text[i] == c) return i;

@@ -5,20 +5,20 @@
 #ifndef QUILL_HIGHLIGHT_WORD_RUN_H_
 #define QUILL_HIGHLIGHT_WORD_RUN_H_
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 
+#include "common/byte_search.h"
 #include "highlight/byte_kind.h"
 
 namespace quill {
 
 namespace word_run_detail {
 
-inline constexpr std::uint64_t kOnes = 0x0101010101010101u;
-inline constexpr std::uint64_t kHighs = 0x80 * kOnes;
-inline constexpr std::uint64_t kLows = 0x7F * kOnes;
+using byte_search_detail::kHighs;
+using byte_search_detail::kLows;
+using byte_search_detail::kOnes;
 
 // 0x80 in each byte of `low7` (top bits clear) that lies in [lo, hi]. Each
 // sum stays below 0x100, so no byte carries into the next.
@@ -49,10 +49,7 @@ inline std::size_t EndOfWordRun(const unsigned char* text, std::size_t length, s
     std::uint64_t block = 0;
     std::memcpy(&block, text + i, sizeof block);
     const std::uint64_t stops = NonWordBytes(block);
-    if (stops != 0) {
-      const int bit = std::endian::native == std::endian::little ? std::countr_zero(stops) : std::countl_zero(stops);
-      return i + static_cast<std::size_t>(bit / 8);
-    }
+    if (stops != 0) return i + byte_search_detail::FirstMarkedByte(stops);
   }
   while (i < length && kWordBytes[text[i]]) ++i;
   return i;

@@ -54,8 +54,8 @@ std::optional<ModuleModel> BuildModuleModel(std::string_view source) {
   if (model.moduleName.empty() && model.signals.empty()) return std::nullopt;
   model.parameters = ExtractParameters(prepared);
   model.assigns = ExtractContinuousAssigns(prepared);
-  // Generated and hand-written sources alike name a new identifier every
-  // hundred bytes or so; sized for that, the table of first uses seldom grows.
+  // Sources name a new identifier about every 64 to 100 bytes; sized for one
+  // every 64, the table of first uses seldom grows.
   model.firstUseLine.reserve(prepared.size() / 64);
   // Uses are recorded in this order: always bodies, instance connections,
   // then assignment right-hand sides and sensitivity lists.
